@@ -1,0 +1,43 @@
+# Build settings shared by every target of the project.
+#
+# kestui_firmware_target(<target>): compile flags of the freestanding image.
+# kestui_efi_image(<name> SUBSYSTEM <efi_boot_service_driver|efi_application> SOURCES ... OBJECTS ...):
+#   links a PE32+ image with entry _ModuleEntryPoint and no imports.
+
+set(KESTUI_WARNINGS -Wall -Wextra -Werror -Wshadow -Wno-unused-parameter)
+
+set(KESTUI_FIRMWARE_FLAGS
+  -ffreestanding -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-stack-protector
+  -mno-red-zone -mno-stack-arg-probe -fno-asynchronous-unwind-tables -fno-unwind-tables
+  -nostdinc -nostdinc++ -fno-common -Os)
+
+set(KESTUI_HOST_FLAGS -fno-exceptions -fno-rtti -fsanitize=address,undefined -fno-sanitize-recover=all
+  -fno-omit-frame-pointer -g -O1)
+
+# Every compiled unit sees the two include roots: our own UEFI definitions and
+# the project's boundary definitions.
+set(KESTUI_INCLUDES ${PROJECT_SOURCE_DIR}/MdeLite/Include ${PROJECT_SOURCE_DIR}/Include)
+
+function(kestui_object_library name)
+  add_library(${name} OBJECT ${ARGN})
+  target_include_directories(${name} PUBLIC ${KESTUI_INCLUDES})
+  target_compile_options(${name} PRIVATE ${KESTUI_WARNINGS})
+  if(KESTUI_EFI)
+    target_compile_options(${name} PRIVATE ${KESTUI_FIRMWARE_FLAGS})
+  else()
+    target_compile_options(${name} PRIVATE ${KESTUI_HOST_FLAGS})
+    target_compile_definitions(${name} PUBLIC MDE_LITE_HOST=1)
+  endif()
+endfunction()
+
+function(kestui_efi_image name)
+  cmake_parse_arguments(IMG "" "SUBSYSTEM" "SOURCES;OBJECTS" ${ARGN})
+  add_executable(${name} ${IMG_SOURCES})
+  target_include_directories(${name} PRIVATE ${KESTUI_INCLUDES})
+  target_compile_options(${name} PRIVATE ${KESTUI_WARNINGS} ${KESTUI_FIRMWARE_FLAGS})
+  foreach(obj ${IMG_OBJECTS})
+    target_sources(${name} PRIVATE $<TARGET_OBJECTS:${obj}>)
+  endforeach()
+  set_target_properties(${name} PROPERTIES LINK_FLAGS
+    "/subsystem:${IMG_SUBSYSTEM} /entry:_ModuleEntryPoint /nodefaultlib /machine:x64 /opt:ref /opt:icf /dll:no /dynamicbase /debug:none /merge:.rdata=.data")
+endfunction()
