@@ -56,9 +56,17 @@ STATIC_ASSERT (OFFSET_OF (MODULE_INFO_LIST_ENTRY, BlobLength) == 25, "module ent
 STATIC_ASSERT (OFFSET_OF (MODULE_INFO_LIST_ENTRY, Blob) == 29, "module entry layout");
 STATIC_ASSERT (sizeof (MODULE_INFO_LIST_ENTRY) == 37, "module entry is 37 bytes");
 
-extern CONST UINT8 gUiDriverModuleInfo[85];
-extern CONST UINT8 gPrintLibModuleInfo[83];
-extern CONST UINT8 gTimerLibModuleInfo[83];
+///
+/// A record and its length in bytes.
+///
+typedef struct {
+  CONST UINT8 *Bytes;
+  UINT32 Length;
+} MODULE_INFO_BLOB;
+
+extern CONST MODULE_INFO_BLOB gUiDriverModuleInfo; ///< 85 bytes
+extern CONST MODULE_INFO_BLOB gPrintLibModuleInfo; ///< 83 bytes
+extern CONST MODULE_INFO_BLOB gTimerLibModuleInfo; ///< 83 bytes
 
 /**
   Creates the module list: a 16-byte list head from boot-services pool.
@@ -75,8 +83,7 @@ LIST_ENTRY *EFIAPI CreateModuleInfoList (VOID);
 **/
 EFI_STATUS
 EFIAPI
-AddModuleInfo (
-  IN LIST_ENTRY *ListHead, IN UINT8 Kind, IN EFI_HANDLE ImageHandle, IN CONST UINT8 *Blob, IN UINT32 BlobLength);
+AddModuleInfo (IN LIST_ENTRY *ListHead, IN UINT8 Kind, IN EFI_HANDLE ImageHandle, IN CONST MODULE_INFO_BLOB *Blob);
 
 /**
   Hands the list to the module registry now, or, when the registry is not
@@ -88,5 +95,11 @@ VOID EFIAPI RegisterModuleInfoList (IN LIST_ENTRY *ListHead);
   Takes the list back from the registry, if the registry can be located.
 **/
 VOID EFIAPI UnregisterModuleInfoList (IN LIST_ENTRY *ListHead);
+
+/**
+  Releases the list and its entries, and closes a registry notification that is
+  still waiting. Used when the image is unloaded.
+**/
+VOID EFIAPI DestroyModuleInfoList (IN LIST_ENTRY *ListHead);
 
 #endif

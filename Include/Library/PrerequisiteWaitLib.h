@@ -26,6 +26,7 @@ typedef struct {
   UINT32 FoundCount;
   EFI_GUID *Guids;
   UINT8 *FoundFlags;
+  EFI_EVENT Event; ///< the notification event; closed by CancelPrerequisiteWait
 } PREREQ_WAIT;
 
 STATIC_ASSERT (OFFSET_OF (PREREQ_WAIT, Signature) == 0, "wait record layout");
@@ -37,7 +38,8 @@ STATIC_ASSERT (OFFSET_OF (PREREQ_WAIT, Context2) == 32, "wait record layout");
 STATIC_ASSERT (OFFSET_OF (PREREQ_WAIT, ProtocolCount) == 40, "wait record layout");
 STATIC_ASSERT (OFFSET_OF (PREREQ_WAIT, FoundCount) == 44, "wait record layout");
 STATIC_ASSERT (OFFSET_OF (PREREQ_WAIT, Guids) == 48, "wait record layout");
-STATIC_ASSERT (sizeof (PREREQ_WAIT) == 64, "wait record layout");
+STATIC_ASSERT (OFFSET_OF (PREREQ_WAIT, FoundFlags) == 56, "wait record layout");
+STATIC_ASSERT (sizeof (PREREQ_WAIT) == 72, "wait record layout");
 
 /**
   Registers a wait for the protocols named by the null-terminated list of GUID
@@ -51,5 +53,12 @@ STATIC_ASSERT (sizeof (PREREQ_WAIT) == 64, "wait record layout");
 **/
 PREREQ_WAIT *EFIAPI RegisterPrerequisiteWait (
   IN PREREQ_WAIT *Previous OPTIONAL, IN PREREQ_WAIT_FUNCTION Function, IN VOID *Context1, IN VOID *Context2, ...);
+
+/**
+  Ends a wait: closes its event and releases the record. Used when the image
+  that registered it is unloaded, so that no notification reaches code that is
+  gone. A null or unknown record is ignored.
+**/
+VOID EFIAPI CancelPrerequisiteWait (IN PREREQ_WAIT *Wait);
 
 #endif
