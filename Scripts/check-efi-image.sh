@@ -21,7 +21,7 @@ field() { echo "$headers" | awk -v key="$1:" '$1 == key {print $2; exit}'; }
 
 check "PE32+ (magic 0x20B)" '[ "$(field Magic)" = "0x20B" ]'
 check "machine x86-64" 'echo "$headers" | grep -q "Machine: IMAGE_FILE_MACHINE_AMD64"'
-check "subsystem $subsystem" 'echo "$headers" | grep -qE "Subsystem: .*\($subsystem\)"'
+check "subsystem $subsystem" 'echo "$headers" | grep -qiE "Subsystem: .*\(($subsystem|$(printf "0x%X" "$subsystem"))\)"'
 check "entry point set" '[ "$(field AddressOfEntryPoint)" != "0x0" ]'
 check "base relocations present" '[ "$(field BaseRelocationTableSize)" != "0x0" ] && [ -n "$(field BaseRelocationTableSize)" ]'
 check "no imports" '[ "$imports" -eq 0 ] && [ "$(field ImportTableSize)" = "0x0" ]'

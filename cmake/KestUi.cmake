@@ -7,9 +7,9 @@
 set(KESTUI_WARNINGS -Wall -Wextra -Werror -Wshadow -Wno-unused-parameter)
 
 set(KESTUI_FIRMWARE_FLAGS
-  -ffreestanding -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-stack-protector
+  --target=x86_64-unknown-windows -ffreestanding -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-stack-protector
   -mno-red-zone -mno-stack-arg-probe -fno-asynchronous-unwind-tables -fno-unwind-tables
-  -nostdinc -nostdinc++ -fno-common -Os)
+  -nostdinc -fno-common -Os)
 
 set(KESTUI_HOST_FLAGS -fno-exceptions -fno-rtti -fsanitize=address,undefined -fno-sanitize-recover=all
   -fno-omit-frame-pointer -g -O1)
@@ -38,6 +38,6 @@ function(kestui_efi_image name)
   foreach(obj ${IMG_OBJECTS})
     target_sources(${name} PRIVATE $<TARGET_OBJECTS:${obj}>)
   endforeach()
-  set_target_properties(${name} PROPERTIES LINK_FLAGS
-    "/subsystem:${IMG_SUBSYSTEM} /entry:_ModuleEntryPoint /nodefaultlib /machine:x64 /opt:ref /opt:icf /dll:no /dynamicbase /debug:none /merge:.rdata=.data")
+  set_target_properties(${name} PROPERTIES SUFFIX .efi LINK_FLAGS
+    "/subsystem:${IMG_SUBSYSTEM} /entry:_ModuleEntryPoint /nodefaultlib /machine:x64 /opt:ref /opt:icf /dynamicbase /debug:none /merge:.rdata=.data")
 endfunction()

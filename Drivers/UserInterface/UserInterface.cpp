@@ -147,6 +147,13 @@ PrereqReadyLoadUIDrv (IN EFI_HANDLE ImageHandle, IN VOID *SystemTable)
     return Status;
   }
 
+  //
+  // Never publish a null interface: without its record the flash page stays away.
+  //
+  if (gFlashUpdatePageProtocol == nullptr) {
+    return EFI_OUT_OF_RESOURCES;
+  }
+
   Status = gBS->InstallProtocolInterface (&ImageHandle, &gFlashUpdatePageProtocolGuid, EFI_NATIVE_INTERFACE,
                                           gFlashUpdatePageProtocol);
   if (EFI_ERROR (Status)) {
