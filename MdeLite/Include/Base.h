@@ -62,6 +62,7 @@ typedef INT64 INTN;
 #define BIT1 0x00000002U
 #define BIT2 0x00000004U
 #define BIT7 0x00000080U
+#define BIT8 0x00000100U
 #define BIT31 0x80000000U
 #define BIT63 0x8000000000000000ULL
 
@@ -69,6 +70,7 @@ typedef INT64 INTN;
 #define ARRAY_SIZE(Array) (sizeof (Array) / sizeof ((Array)[0]))
 #define SIGNATURE_16(A, B) ((A) | ((B) << 8))
 #define SIGNATURE_32(A, B, C, D) (SIGNATURE_16 (A, B) | (SIGNATURE_16 (C, D) << 16))
+#define SIGNATURE_64(A, B, C, D, E, F, G, H) (SIGNATURE_32 (A, B, C, D) | ((UINT64)(SIGNATURE_32 (E, F, G, H)) << 32))
 #define MIN(a, b) (((a) < (b)) ? (a) : (b))
 #define MAX(a, b) (((a) > (b)) ? (a) : (b))
 

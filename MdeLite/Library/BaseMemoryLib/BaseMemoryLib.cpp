@@ -46,11 +46,26 @@ CopyMem (OUT VOID *DestinationBuffer, IN CONST VOID *SourceBuffer, IN UINTN Leng
     __asm__ __volatile__("rep movsb" : "+D"(Destination), "+S"(Source), "+c"(Length) : : "memory");
   } else {
     //
-    // Overlap with the destination above the source: copy from the end down.
+    // Overlap with the destination above the source. Blocks as long as the
+    // distance do not overlap, so they go forward from the last one down; only
+    // a distance below a cache line takes the slow backward string copy.
     //
-    Destination += Length - 1;
-    Source += Length - 1;
-    __asm__ __volatile__("std\n\trep movsb\n\tcld" : "+D"(Destination), "+S"(Source), "+c"(Length) : : "memory");
+    UINTN Distance = (UINTN)(Destination - Source);
+
+    if (Distance >= 64) {
+      while (Length != 0) {
+        UINTN Block = (Length < Distance) ? Length : Distance;
+        UINT8 *To = Destination + Length - Block;
+        CONST UINT8 *From = Source + Length - Block;
+
+        Length -= Block;
+        __asm__ __volatile__("rep movsb" : "+D"(To), "+S"(From), "+c"(Block) : : "memory");
+      }
+    } else {
+      Destination += Length - 1;
+      Source += Length - 1;
+      __asm__ __volatile__("std\n\trep movsb\n\tcld" : "+D"(Destination), "+S"(Source), "+c"(Length) : : "memory");
+    }
   }
 
   return DestinationBuffer;
@@ -78,8 +93,26 @@ CompareMem (IN CONST VOID *DestinationBuffer, IN CONST VOID *SourceBuffer, IN UI
 {
   CONST UINT8 *First = (CONST UINT8 *)DestinationBuffer;
   CONST UINT8 *Second = (CONST UINT8 *)SourceBuffer;
+  UINTN Index = 0;
 
-  for (UINTN Index = 0; Index < Length; Index++) {
+  //
+  // Whole words while they are equal; the bytes of the first differing word
+  // (and the tail) decide the result.
+  //
+  while (Length - Index >= sizeof (UINT64)) {
+    UINT64 FirstWord;
+    UINT64 SecondWord;
+
+    __builtin_memcpy (&FirstWord, First + Index, sizeof (UINT64));
+    __builtin_memcpy (&SecondWord, Second + Index, sizeof (UINT64));
+    if (FirstWord != SecondWord) {
+      break;
+    }
+
+    Index += sizeof (UINT64);
+  }
+
+  for (; Index < Length; Index++) {
     if (First[Index] != Second[Index]) {
       return (INTN)First[Index] - (INTN)Second[Index];
     }
