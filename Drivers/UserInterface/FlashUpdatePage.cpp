@@ -12,6 +12,26 @@
 
 #define TRACKED_POOL_FILE "Drivers/UserInterface/FlashUpdatePage"
 
+//
+// The flash page's own handles; it shares the image, progress and status
+// controls and the countdown with the welcome page.
+//
+STATIC UINTN mFlashPage = 0;
+STATIC UINTN mFlashLogoImage = 0;
+STATIC UINTN mFlashMessageControl = 0;
+STATIC UINTN mFlashLabelControl = 0;
+STATIC UINTN mFlashPercentControl = 0;
+
+VOID
+ForgetFlashUpdatePage (VOID)
+{
+  mFlashPage = 0;
+  mFlashLogoImage = 0;
+  mFlashMessageControl = 0;
+  mFlashLabelControl = 0;
+  mFlashPercentControl = 0;
+}
+
 EFI_STATUS
 InitFlashUpdatePageDriverInterfaces (VOID)
 {

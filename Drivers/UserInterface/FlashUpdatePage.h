@@ -14,6 +14,12 @@
 EFI_STATUS
 InitFlashUpdatePageDriverInterfaces (VOID);
 
+/**
+  Forgets the flash page's handles without destroying the page: the pages are
+  left for the operating system.
+**/
+VOID ForgetFlashUpdatePage (VOID);
+
 VOID EFIAPI ShowFlashUpdatePage (VOID);
 VOID EFIAPI SetFlashProgress (IN UINTN Percent);
 VOID EFIAPI SetFlashStatusText (IN CHAR8 *Text OPTIONAL);

@@ -118,7 +118,7 @@ InitUIPages (VOID)
   gPageEngine = PageEngine;
   gHiiHandle = RegisterUiStringPackages (gHiiDatabase, gDriverHandle);
   HandOverImagePackage (gUiFramework);
-  return EFI_SUCCESS;
+  return InitPasswordPage ();
 }
 
 EFI_STATUS
@@ -266,6 +266,13 @@ UnloadUserInterface (IN EFI_HANDLE ImageHandle)
   }
 
   UnregisterModuleInfoList (mModuleList);
+
+  //
+  // No key notification may reach the unloaded image, and the password
+  // records go with it.
+  //
+  UnregisterHotKeys ();
+  CleanUpPasswordPage ();
 
   //
   // The image goes away now: no notification may call into it afterwards.

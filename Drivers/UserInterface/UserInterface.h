@@ -65,7 +65,11 @@ EFI_STATUS
 InitKestUIDrvInterfaces (VOID);
 
 /**
-  Locates the page engine and registers the driver's HII and image packages.
+  Locates the page engine, registers the driver's HII and image packages, and
+  reads the password records and makes the prompt page.
+
+  @return the status of the page engine's look-up when it failed, else that of
+          the prompt page's set-up.
 **/
 EFI_STATUS
 InitUIPages (VOID);

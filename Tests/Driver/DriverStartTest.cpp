@@ -146,7 +146,8 @@ TEST_F (DriverStartTest, FailedUiDriverInstallLeavesNoWaitAndNoSecondAttempt)
   KeepPoolBuffer (gUiDriverProtocol);
   KeepPoolBuffer (gFlashUpdatePageProtocol);
   EXPECT_EQ (Platform ().Images ().Unload (mImage), EFI_NOT_FOUND);
-  EXPECT_EQ (Platform ().Pool ().LiveCount (), 6u) << "two records, the module list head and its three entries";
+  EXPECT_EQ (Platform ().Pool ().LiveCount (), 7u)
+    << "two records, the module list head and its three entries, the password records";
   for (const HostPoolBuffer &Buffer : Platform ().Pool ().LiveBuffers ()) {
     KeepPoolBuffer (Buffer.Address);
   }

@@ -76,9 +76,31 @@ DriverTest::StartDriver ()
   return _ModuleEntryPoint (mImage, Platform ().SystemTable ());
 }
 
+static EFI_STATUS EFIAPI
+FakeShowPrompt (IN CHAR16 *Title,
+                IN CHAR16 *Message,
+                IN CHAR16 *Caption,
+                IN UINTN Reserved,
+                IN UINTN MaxLength,
+                IN UI_EVENT_HANDLER Handler)
+{
+  return EFI_SUCCESS;
+}
+
+static EFI_STATUS EFIAPI
+FakeCreatePromptPage (IN UINTN Reserved, OUT UINTN *Page, OUT PROMPT_INTERFACE **Prompt)
+{
+  static PROMPT_INTERFACE Interface = {FakeShowPrompt};
+
+  *Page = 0x1710;
+  *Prompt = &Interface;
+  return EFI_SUCCESS;
+}
+
 EFI_HANDLE
 DriverTest::InstallPageEngine ()
 {
+  mPageEngine.CreatePromptPage = FakeCreatePromptPage;
   return Platform ().Handles ().InstallProtocol (gPageEngineProtocolGuid, &mPageEngine);
 }
 

@@ -12,9 +12,10 @@ class StartupOutOfPoolTest : public DriverTest, public ::testing::WithParamInter
 //
 // The start-up path with everything present makes these allocations, in order:
 // the module list head and its three entries, the UI driver record, the flash
-// page record and the package list handed to the HII database.
+// page record, the package list handed to the HII database and the default
+// pair of password records (there is no password service).
 //
-constexpr UINT64 kStartupAllocations = 7;
+constexpr UINT64 kStartupAllocations = 8;
 constexpr UINT64 kFlashRecordAllocation = 6;
 
 TEST_F (DriverTest, StartupMakesTheAllocationsThatTheOutOfPoolCasesCover)
