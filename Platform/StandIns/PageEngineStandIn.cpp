@@ -248,12 +248,17 @@ InstallPageEngineStandIn (IN OUT EFI_HANDLE *Handle)
     return EFI_ALREADY_STARTED;
   }
 
+  //
+  // Drivers waiting for the protocol are notified during the installation
+  // and may call it at once: it must already work then.
+  //
+  gStandInModel.Installed = TRUE;
   Status = gBS->InstallProtocolInterface (Handle, &gPageEngineProtocolGuid, EFI_NATIVE_INTERFACE, &mPageEngine);
   if (EFI_ERROR (Status)) {
+    gStandInModel.Installed = FALSE;
     return Status;
   }
 
-  gStandInModel.Installed = TRUE;
   gStandInModel.Handle = *Handle;
   return EFI_SUCCESS;
 }

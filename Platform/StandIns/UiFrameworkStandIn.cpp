@@ -47,12 +47,17 @@ InstallUiFrameworkStandIn (IN OUT EFI_HANDLE *Handle)
     return EFI_ALREADY_STARTED;
   }
 
+  //
+  // Drivers waiting for the protocol are notified during the installation
+  // and may call it at once: it must already work then.
+  //
+  gStandInFramework.Installed = TRUE;
   Status = gBS->InstallProtocolInterface (Handle, &gUiFrameworkProtocolGuid, EFI_NATIVE_INTERFACE, &mFramework);
   if (EFI_ERROR (Status)) {
+    gStandInFramework.Installed = FALSE;
     return Status;
   }
 
-  gStandInFramework.Installed = TRUE;
   gStandInFramework.Handle = *Handle;
   return EFI_SUCCESS;
 }
