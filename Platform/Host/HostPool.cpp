@@ -10,6 +10,12 @@
 
 #include "HostPlatform.h"
 
+namespace {
+
+constexpr UINTN MaxSize = (UINTN)1 << 30; ///< 1 GiB
+
+} // namespace
+
 HostPool::~HostPool ()
 {
   for (auto &Entry : mLive) {
@@ -89,6 +95,16 @@ HostPool::AllocateForCaller (IN EFI_MEMORY_TYPE PoolType, IN UINTN Size, OUT VOI
   }
 
   *Buffer = nullptr;
+
+  //
+  // No firmware has this much pool, and AddressSanitizer aborts on a giant
+  // malloc instead of failing it: a size computed from a bad count must get
+  // the status real firmware gives.
+  //
+  if (Size > MaxSize) {
+    return EFI_OUT_OF_RESOURCES;
+  }
+
   VOID *Address = std::malloc ((Size == 0) ? 1 : Size);
   if (Address == nullptr) {
     return EFI_OUT_OF_RESOURCES;

@@ -1,5 +1,5 @@
 /** @file
-  The call log of both stand-ins: counts, observer, refused calls and the
+  The call log of all stand-ins: counts, observer, refused calls and the
   failures that tests ask for.
 **/
 #include "StandInInternal.h"
@@ -45,6 +45,16 @@ STATIC CONST CHAR8 *CONST mOperationNames[] = {
   "AddImagePackage",
   "DisplayPage",
   "DeliverEvent",
+  "GetSetting",
+  "SubmitRequest",
+  "RunBootMenu",
+  "SetBootMenuFlag",
+  "SetSetupFlag",
+  "PrepareDiagnostics",
+  "StartDiagnostics",
+  "GetBool",
+  "SetBootLogo",
+  "GetNext",
 };
 
 STATIC_ASSERT (ARRAY_SIZE (mOperationNames) == StandInOpCount, "one name per operation");

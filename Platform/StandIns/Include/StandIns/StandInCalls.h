@@ -1,7 +1,7 @@
 /** @file
-  The call log shared by the page engine and UI framework stand-ins: every
-  operation of both is counted and shown to an observer before it acts, and a
-  test can make a chosen call of an operation fail.
+  The call log shared by all stand-ins (page engine, UI framework and the
+  platform services): every operation is counted and shown to an observer
+  before it acts, and a test can make a chosen call of an operation fail.
 
   Arguments reach the observer as UINTNs in the order of the operation's
   parameters; pointers are passed as their addresses. The observer sees the
@@ -13,7 +13,7 @@
 #include <Uefi.h>
 
 ///
-/// Every operation of both stand-ins, named after its slot.
+/// Every operation of the stand-ins, named after its slot.
 ///
 typedef enum {
   //
@@ -61,6 +61,19 @@ typedef enum {
   // (0 when none is found), Control, EventCode, Data, loop depth.
   //
   StandInOpDeliverEvent,
+  //
+  // Platform services (ServiceStandIns.h).
+  //
+  StandInOpGetSetting,
+  StandInOpSubmitRequest,
+  StandInOpRunBootMenu,
+  StandInOpSetBootMenuFlag,
+  StandInOpSetSetupFlag,
+  StandInOpPrepareDiagnostics,
+  StandInOpStartDiagnostics,
+  StandInOpPcdGetBool,
+  StandInOpSetBootLogo,
+  StandInOpSmbiosGetNext,
   StandInOpCount
 } STAND_IN_OPERATION;
 
@@ -82,7 +95,7 @@ typedef VOID (EFIAPI *STAND_IN_CALL_OBSERVER) (IN VOID *Context,
                                                IN CONST UINTN *Arguments,
                                                IN UINTN ArgumentCount);
 
-/** Sets the observer of every operation of both stand-ins; null removes it. **/
+/** Sets the observer of every operation of the stand-ins; null removes it. **/
 VOID StandInSetCallObserver (IN STAND_IN_CALL_OBSERVER Observer OPTIONAL, IN VOID *Context OPTIONAL);
 
 /** @return the operation's name as in its slot table ("CreatePage"), or "?" for a value outside the list. **/
@@ -104,7 +117,7 @@ StandInRejectedCount (IN STAND_IN_OPERATION Operation);
   Makes the Nth call of Operation from now (1: the next one) return Status
   without acting; the observer still sees it. Nth 0 cancels. One failure per
   operation can be pending; a new one replaces it. StandInOpDeliverEvent cannot
-  fail.
+  fail. GetBool returns a BOOLEAN: a failed call answers FALSE.
 **/
 VOID StandInFailOperation (IN STAND_IN_OPERATION Operation, IN UINTN Nth, IN EFI_STATUS Status);
 
