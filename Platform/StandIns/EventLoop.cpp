@@ -112,7 +112,7 @@ StandInDeliverEvent (IN OUT UI_EVENT *Event)
 
 EFI_STATUS
 EFIAPI
-UiRunEventLoop (VOID)
+StandInRunEventLoop (VOID)
 {
   STAND_IN_FRAMEWORK *Framework = &gStandInFramework;
   STAND_IN_FRAMEWORK_STATE *State = &Framework->State;
@@ -167,7 +167,7 @@ UiRunEventLoop (VOID)
 
 EFI_STATUS
 EFIAPI
-UiExitEventLoop (VOID)
+StandInExitEventLoop (VOID)
 {
   STAND_IN_FRAMEWORK_STATE *State = &gStandInFramework.State;
   EFI_STATUS Status;

@@ -365,11 +365,11 @@ StandInDecodeBmp (
 /** Slots 9 and 10 of the framework's pages table. **/
 EFI_STATUS
 EFIAPI
-UiRunEventLoop (VOID);
+StandInRunEventLoop (VOID);
 
 EFI_STATUS
 EFIAPI
-UiExitEventLoop (VOID);
+StandInExitEventLoop (VOID);
 
 /** Hands Event to its handler and records the delivery. @return the handler's result. **/
 UINTN

@@ -178,8 +178,8 @@ UI_PAGES gStandInPagesTable = {
   UiSetActivePage,   // 6
   UiSetEventHandler, // 7
   UiGetEventHandler, // 8
-  UiRunEventLoop,    // 9
-  UiExitEventLoop,   // 10
+  StandInRunEventLoop,    // 9
+  StandInExitEventLoop,   // 10
   nullptr,
   UiAddImagePackage, // 12
   nullptr,           nullptr, nullptr, nullptr,
