@@ -171,17 +171,22 @@ UiDisplayPage (IN UINTN Page, IN UINTN Reserved)
 }
 
 UI_PAGES gStandInPagesTable = {
-  nullptr,           nullptr,
+  nullptr,
+  nullptr,
   UiRefreshPage, // 2
-  nullptr,           nullptr,
-  UiGetActivePage,   // 5
-  UiSetActivePage,   // 6
-  UiSetEventHandler, // 7
-  UiGetEventHandler, // 8
-  StandInRunEventLoop,    // 9
-  StandInExitEventLoop,   // 10
+  nullptr,
+  nullptr,
+  UiGetActivePage,      // 5
+  UiSetActivePage,      // 6
+  UiSetEventHandler,    // 7
+  UiGetEventHandler,    // 8
+  StandInRunEventLoop,  // 9
+  StandInExitEventLoop, // 10
   nullptr,
   UiAddImagePackage, // 12
-  nullptr,           nullptr, nullptr, nullptr,
+  nullptr,
+  nullptr,
+  nullptr,
+  nullptr,
   UiDisplayPage, // 17
 };
