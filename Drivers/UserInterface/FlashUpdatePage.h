@@ -5,6 +5,7 @@
 #define FLASH_UPDATE_PAGE_H_
 
 #include <Protocol/FlashUpdatePage.h>
+#include <Protocol/PageEngine.h>
 
 /**
   Makes the zero-filled FLASH_UPDATE_PAGE_PROTOCOL record and fills its members.
@@ -19,6 +20,17 @@ InitFlashUpdatePageDriverInterfaces (VOID);
   left for the operating system.
 **/
 VOID ForgetFlashUpdatePage (VOID);
+
+/**
+  Event handler of the flash page: counts clock seconds up on the bar and
+  closes the page once the bar has reached 100 (or the shared countdown has
+  run out), or on Enter or Escape.
+
+  @return UI_EVENT_NOT_HANDLED, UI_EVENT_HANDLED or UI_EVENT_HANDLED_PAGE_CLOSED.
+**/
+UINTN
+EFIAPI
+FlashUpdatePageEventHandler (IN OUT UI_EVENT *Event);
 
 VOID EFIAPI ShowFlashUpdatePage (VOID);
 VOID EFIAPI SetFlashProgress (IN UINTN Percent);

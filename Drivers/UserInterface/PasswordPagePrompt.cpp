@@ -254,14 +254,14 @@ PasswordPageEventHandler (IN OUT UI_EVENT *Event)
 
       UiGetData (mPromptPage, PROMPT_CONTAINER, PROMPT_CONTROL_PASSWORD, UI_DATA_TEXT, &Event->Data);
       if (mShutdownCountdown == 0) {
-        CheckSubmittedPassword (Event, (CHAR16 *)Event->Data, TRUE, TRUE);
+        CheckSubmittedPassword (Event, UiPointer<CHAR16> (Event->Data), TRUE, TRUE);
       }
 
       return UI_EVENT_HANDLED;
 
     case UI_EVENT_CONTROL_ACTIVATED:
       if ((Event->Control == PROMPT_CONTROL_SUBMIT) && (mShutdownCountdown == 0)) {
-        CheckSubmittedPassword (Event, (CHAR16 *)Event->Data, FALSE, FALSE);
+        CheckSubmittedPassword (Event, UiPointer<CHAR16> (Event->Data), FALSE, FALSE);
         return UI_EVENT_HANDLED;
       }
 
@@ -276,7 +276,7 @@ PasswordPageEventHandler (IN OUT UI_EVENT *Event)
 
     case UI_EVENT_TEXT_SUBMITTED:
       if (mShutdownCountdown == 0) {
-        CheckSubmittedPassword (Event, (CHAR16 *)Event->Data, FALSE, TRUE);
+        CheckSubmittedPassword (Event, UiPointer<CHAR16> (Event->Data), FALSE, TRUE);
       }
 
       return UI_EVENT_HANDLED;

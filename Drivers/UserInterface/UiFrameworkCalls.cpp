@@ -83,6 +83,27 @@ UiGetData (IN UINTN Page, IN UINTN Container, IN UINTN Control, IN UINT32 Tag, I
 }
 
 VOID
+UiSetAttributes (
+  IN UINTN Page, IN UINTN Container, IN UINTN Control, IN CONST UI_CONTROL_ATTRIBUTE_VALUE *Table, IN UINTN Count)
+{
+  for (UINTN Index = 0; Index < Count; Index++) {
+    CONST UI_CONTROL_ATTRIBUTE_VALUE *Entry = &Table[Index];
+
+    switch (UI_TAG_FAMILY (Entry->Tag)) {
+      case UI_FAMILY_PROPERTY:
+        UiSetProperty (Page, Container, Control, Entry->Tag, Entry->Value1, Entry->Value2, Entry->Value3);
+        break;
+      case UI_FAMILY_STYLE:
+        UiSetStyle (Page, Container, Control, Entry->Tag, Entry->Value1, Entry->Value2, Entry->Value3);
+        break;
+      default:
+        UiSetData (Page, Container, Control, Entry->Tag, Entry->Value1, Entry->Value2, Entry->Value3);
+        break;
+    }
+  }
+}
+
+VOID
 UiRefreshPage (IN UINTN Page)
 {
   UI_PAGES *Table = Pages ();

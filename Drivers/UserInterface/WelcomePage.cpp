@@ -189,7 +189,8 @@ PublishBootLogo (VOID)
     return;
   }
 
-  Record = (UI_IMAGE_RECORD *)UiGetStyle (mWelcomePage, UI_PAGE_CONTAINER, gLogoControl, UI_STYLE_IMAGE_RECORD);
+  Record =
+    UiPointer<UI_IMAGE_RECORD> (UiGetStyle (mWelcomePage, UI_PAGE_CONTAINER, gLogoControl, UI_STYLE_IMAGE_RECORD));
   if (Record == nullptr) {
     return;
   }
@@ -324,7 +325,7 @@ WelcomePageEventHandler (IN OUT UI_EVENT *Event)
 
   switch (Event->EventCode) {
     case UI_EVENT_TIMER_TICK:
-      Time = (EFI_TIME *)Event->Data;
+      Time = UiPointer<EFI_TIME> (Event->Data);
       if ((Time == nullptr) || (Time->Second >= 60)) {
         return Result;
       }
