@@ -55,6 +55,10 @@ STATIC CONST CHAR8 *CONST mOperationNames[] = {
   "GetBool",
   "SetBootLogo",
   "GetNext",
+  "Show",
+  "SetProgress",
+  "SetStatusText",
+  "ShowResult",
 };
 
 STATIC_ASSERT (ARRAY_SIZE (mOperationNames) == StandInOpCount, "one name per operation");
@@ -64,6 +68,20 @@ BOOLEAN
 IsOperation (IN STAND_IN_OPERATION Operation)
 {
   return ((UINTN)Operation < (UINTN)StandInOpCount) ? TRUE : FALSE;
+}
+
+/**
+  @return TRUE for the calls that only report what a caller does: an event
+  handed over, or a call of the flash client.
+**/
+STATIC
+BOOLEAN
+IsReportOnly (IN STAND_IN_OPERATION Operation)
+{
+  return ((Operation == StandInOpDeliverEvent) ||
+          ((Operation >= StandInOpFlashShow) && (Operation <= StandInOpFlashShowResult)))
+           ? TRUE
+           : FALSE;
 }
 
 VOID
@@ -94,7 +112,7 @@ StandInRejectedCount (IN STAND_IN_OPERATION Operation)
 VOID
 StandInFailOperation (IN STAND_IN_OPERATION Operation, IN UINTN Nth, IN EFI_STATUS Status)
 {
-  if (!IsOperation (Operation) || (Operation == StandInOpDeliverEvent)) {
+  if (!IsOperation (Operation) || IsReportOnly (Operation)) {
     return;
   }
 

@@ -117,6 +117,13 @@ protected:
     return *mUiDriver;
   }
 
+  /** @return the driver's image handle (0 before Boot), where it installs its protocols. **/
+  EFI_HANDLE
+  ImageHandle () const
+  {
+    return mImage;
+  }
+
   /** @return a terminated CHAR16 copy of Text that lives as long as the test. **/
   const CHAR16 *Keep (const std::u16string &Text);
   static std::u16string Text (const CHAR16 *String);

@@ -13,6 +13,7 @@
 #include <Protocol/BootLogo.h>
 #include <Protocol/BootMenu.h>
 #include <Protocol/DiagnosticsLaunch.h>
+#include <Protocol/PersonalityModule.h>
 #include <Protocol/PiPcd.h>
 #include <Protocol/ServiceRequest.h>
 #include <Protocol/Settings.h>
@@ -78,6 +79,8 @@ protected:
       {InstallPcdStandIn, UninstallPcdStandIn, &gEfiPcdProtocolGuid, (VOID **)&mPcd},
       {InstallBootLogoStandIn, UninstallBootLogoStandIn, &gEfiBootLogoProtocolGuid, (VOID **)&mLogo},
       {InstallSmbiosStandIn, UninstallSmbiosStandIn, &gEfiSmbiosProtocolGuid, (VOID **)&mSmbios},
+      {InstallPersonalityModuleStandIn, UninstallPersonalityModuleStandIn, &gPersonalityModuleProtocolGuid,
+       (VOID **)&mPersonality},
     };
   }
 
@@ -168,6 +171,7 @@ protected:
   EFI_PCD_PROTOCOL *mPcd = nullptr;
   EFI_BOOT_LOGO_PROTOCOL *mLogo = nullptr;
   EFI_SMBIOS_PROTOCOL *mSmbios = nullptr;
+  PERSONALITY_MODULE_PROTOCOL *mPersonality = nullptr;
   EFI_SMBIOS_TABLE_HEADER *mRecord = nullptr;
   std::vector<CHAR16> mAdminText = Wide ("Secret");
   std::vector<CHAR16> mOtherText = Wide ("tamo2");
@@ -613,6 +617,153 @@ TEST_F (ServiceStandInTest, SmbiosCutsMalformedTablesInsideTheCopy)
   EXPECT_EQ (StandInSetSmbiosTable (nullptr, 4), EFI_INVALID_PARAMETER);
   ASSERT_EQ (StandInSetSmbiosTable (nullptr, 0), EFI_SUCCESS);
   EXPECT_EQ (Next (Handle), EFI_NOT_FOUND);
+}
+
+//
+// Personality module.
+//
+
+TEST_F (ServiceStandInTest, PersonalityModuleHasNoLogoUntilATestMakesOne)
+{
+  const UINT8 Bytes[] = {'B', 'M', 1, 2, 3};
+
+  EXPECT_EQ (mPersonality->Logo, nullptr);
+  EXPECT_EQ ((std::vector<UINT64>{mPersonality->Reserved[0], mPersonality->Reserved[1], mPersonality->Reserved[2]}),
+             (std::vector<UINT64>{1, 2, 3}));
+  ASSERT_EQ (StandInSetPersonalityLogo (Bytes, sizeof (Bytes), sizeof (Bytes)), EFI_SUCCESS);
+  PERSONALITY_LOGO_IMAGE *Logo = mPersonality->Logo;
+  ASSERT_NE (Logo, nullptr);
+  const UINT8 *Data = Logo->Data;
+  EXPECT_EQ (Logo->DataSize, sizeof (Bytes));
+  EXPECT_EQ (std::vector<UINT8> (Data, Data + sizeof (Bytes)), std::vector<UINT8> (Bytes, Bytes + sizeof (Bytes)));
+  EXPECT_EQ (std::count (Logo->Reserved, Logo->Reserved + sizeof (Logo->Reserved), 0xA5), 12);
+
+  // The size field is the test's; a shorter logo leaves zeros where the longer one was.
+  ASSERT_EQ (StandInSetPersonalityLogo ("xy", 2, 4), EFI_SUCCESS);
+  EXPECT_EQ (mPersonality->Logo, Logo) << "the image stays where it is";
+  EXPECT_EQ (Logo->DataSize, 4U);
+  EXPECT_EQ (std::vector<UINT8> (Data, Data + 5), (std::vector<UINT8>{'x', 'y', 0, 0, 0}));
+  ASSERT_EQ (StandInSetPersonalityLogo (Bytes, sizeof (Bytes), 0), EFI_SUCCESS);
+  EXPECT_EQ (Logo->DataSize, 0U);
+
+  std::vector<UINT8> Full (STAND_IN_MAX_PERSONALITY_LOGO, 0x3C);
+  ASSERT_EQ (StandInSetPersonalityLogo (Full.data (), Full.size (), (UINT32)Full.size ()), EFI_SUCCESS);
+  EXPECT_EQ (Data[Full.size () - 1], 0x3C);
+  Full.push_back (0);
+  EXPECT_EQ (StandInSetPersonalityLogo (Full.data (), Full.size (), 1), EFI_INVALID_PARAMETER);
+  EXPECT_EQ (StandInSetPersonalityLogo (nullptr, 1, 1), EFI_INVALID_PARAMETER);
+  EXPECT_EQ (Logo->DataSize, STAND_IN_MAX_PERSONALITY_LOGO) << "a refused logo changes nothing";
+
+  StandInRemovePersonalityLogo ();
+  EXPECT_EQ (mPersonality->Logo, nullptr);
+  ASSERT_EQ (StandInSetPersonalityLogo (nullptr, 0, 0), EFI_SUCCESS);
+  EXPECT_EQ (mPersonality->Logo, Logo);
+  StandInResetServices ();
+  EXPECT_EQ (mPersonality->Logo, nullptr);
+}
+
+//
+// Flash client.
+//
+
+std::vector<std::string> mFlashCalls;
+
+VOID EFIAPI
+FlashShow (VOID)
+{
+  mFlashCalls.push_back ("Show");
+}
+
+VOID EFIAPI
+FlashSetProgress (IN UINTN Percent)
+{
+  mFlashCalls.push_back ("SetProgress " + std::to_string (Percent));
+}
+
+VOID EFIAPI
+FlashSetStatusText (IN CHAR8 *Text)
+{
+  mFlashCalls.push_back ("SetStatusText " + std::string ((Text != nullptr) ? Text : "(null)"));
+}
+
+VOID EFIAPI
+FlashShowResult (IN UINT32 Result)
+{
+  mFlashCalls.push_back ("ShowResult " + std::to_string (Result));
+}
+
+VOID EFIAPI
+FlashAfterStep (IN VOID *Context, IN UINTN StepIndex)
+{
+  mFlashCalls.push_back (std::string ((const char *)Context) + " " + std::to_string (StepIndex));
+}
+
+FLASH_UPDATE_PAGE_PROTOCOL mFlashPage = {FlashShow, FlashSetProgress, FlashSetStatusText, FlashShowResult, 2,
+                                         0,         nullptr};
+
+TEST_F (ServiceStandInTest, FlashClientPlaysShowStepsAndResultInOrder)
+{
+  const STAND_IN_FLASH_STEP Steps[] = {
+    {StandInFlashProgress, 30, nullptr},
+    {StandInFlashStatusText, 0, "Writing block 1"},
+    {StandInFlashStatusText, 0, nullptr},
+  };
+  char Note[] = "after";
+  STAND_IN_FLASH_SCRIPT Script = {Steps, ARRAY_SIZE (Steps), FlashResultDowngradeBlocked, FALSE, FlashAfterStep, Note};
+
+  StandInFailOperation (StandInOpFlashShow, 1, EFI_DEVICE_ERROR);
+  mCalls.clear ();
+  ASSERT_EQ (StandInRunFlashClient (&mFlashPage, &Script), EFI_SUCCESS);
+  EXPECT_EQ (mFlashCalls,
+             (std::vector<std::string>{"Show", "SetProgress 30", "after 0", "SetStatusText Writing block 1", "after 1",
+                                       "SetStatusText (null)", "after 2", "ShowResult 3"}));
+
+  // The observer sees each call with its argument.
+  ASSERT_EQ (mCalls.size (), 5U);
+  EXPECT_EQ (mCalls[0].Operation, StandInOpFlashShow);
+  EXPECT_TRUE (mCalls[0].Arguments.empty ());
+  EXPECT_EQ (mCalls[1].Operation, StandInOpFlashSetProgress);
+  EXPECT_EQ (mCalls[1].Arguments, std::vector<UINTN>{30});
+  EXPECT_EQ (mCalls[2].Arguments, std::vector<UINTN>{(UINTN)Steps[1].Text});
+  EXPECT_EQ (mCalls[3].Arguments, std::vector<UINTN>{0});
+  EXPECT_EQ (mCalls[4].Operation, StandInOpFlashShowResult);
+  EXPECT_EQ (mCalls[4].Arguments, std::vector<UINTN>{3});
+  EXPECT_STREQ (StandInOperationName (StandInOpFlashSetStatusText), "SetStatusText");
+
+  // Without a result and without steps: Show alone.
+  mFlashCalls.clear ();
+  STAND_IN_FLASH_SCRIPT ShowOnly = {nullptr, 0, 0, TRUE, nullptr, nullptr};
+  ASSERT_EQ (StandInRunFlashClient (&mFlashPage, &ShowOnly), EFI_SUCCESS);
+  EXPECT_EQ (mFlashCalls, std::vector<std::string>{"Show"});
+}
+
+TEST_F (ServiceStandInTest, FlashClientRefusesABadScriptBeforeItsFirstCall)
+{
+  const STAND_IN_FLASH_STEP Status[] = {{StandInFlashProgress, 5, nullptr}, {StandInFlashStatusText, 0, "x"}};
+  const STAND_IN_FLASH_STEP Unknown[] = {{StandInFlashProgress, 5, nullptr}, {7, 0, nullptr}};
+  STAND_IN_FLASH_SCRIPT Script = {Status, ARRAY_SIZE (Status), 0, FALSE, nullptr, nullptr};
+  FLASH_UPDATE_PAGE_PROTOCOL NoStatus = mFlashPage;
+  FLASH_UPDATE_PAGE_PROTOCOL NoResult = mFlashPage;
+
+  NoStatus.SetStatusText = nullptr;
+  NoResult.ShowResult = nullptr;
+  mFlashCalls.clear ();
+  EXPECT_EQ (StandInRunFlashClient (nullptr, &Script), EFI_INVALID_PARAMETER);
+  EXPECT_EQ (StandInRunFlashClient (&mFlashPage, nullptr), EFI_INVALID_PARAMETER);
+  EXPECT_EQ (StandInRunFlashClient (&NoStatus, &Script), EFI_INVALID_PARAMETER);
+  EXPECT_EQ (StandInRunFlashClient (&NoResult, &Script), EFI_INVALID_PARAMETER);
+  Script.Steps = Unknown;
+  EXPECT_EQ (StandInRunFlashClient (&mFlashPage, &Script), EFI_INVALID_PARAMETER);
+  Script.Steps = nullptr;
+  EXPECT_EQ (StandInRunFlashClient (&mFlashPage, &Script), EFI_INVALID_PARAMETER);
+  EXPECT_TRUE (mFlashCalls.empty ());
+  EXPECT_EQ (StandInCallCount (StandInOpFlashShow), 0U);
+
+  // A client that needs no status line and ends without a result needs neither member.
+  NoResult.SetStatusText = nullptr;
+  STAND_IN_FLASH_SCRIPT Progress = {Status, 1, 0, TRUE, nullptr, nullptr};
+  EXPECT_EQ (StandInRunFlashClient (&NoResult, &Progress), EFI_SUCCESS);
+  EXPECT_EQ (mFlashCalls, (std::vector<std::string>{"Show", "SetProgress 5"}));
 }
 
 //

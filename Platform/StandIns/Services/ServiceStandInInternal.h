@@ -89,5 +89,6 @@ VOID StandInResetDiagnostics (VOID);
 VOID StandInResetPcd (VOID);
 VOID StandInResetBootLogo (VOID);
 VOID StandInResetSmbios (VOID);
+VOID StandInResetPersonalityModule (VOID);
 
 #endif

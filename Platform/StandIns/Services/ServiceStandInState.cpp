@@ -18,6 +18,7 @@ StandInResetServices (VOID)
   StandInResetPcd ();
   StandInResetBootLogo ();
   StandInResetSmbios ();
+  StandInResetPersonalityModule ();
   ZeroMem (&gStandInServiceState, sizeof (gStandInServiceState));
 }
 

@@ -2,7 +2,9 @@
   Stand-ins for the platform services that the UI driver hands over to: the
   settings service, the password service behind the service-request protocol,
   the boot menu, the Setup state, the diagnostics launch, the PCD answer for
-  the UI driver's token, the boot logo and SMBIOS type 1.
+  the UI driver's token, the boot logo, SMBIOS type 1 and the personality
+  module; and a flash client that drives the flash update page as a
+  firmware-update driver does.
 
   Every operation of these stand-ins goes through the call log of
   StandInCalls.h (observer, counts, StandInFailOperation) under the
@@ -24,6 +26,7 @@
 #define SERVICE_STAND_INS_H_
 
 #include <IndustryStandard/SmBios.h>
+#include <Protocol/FlashUpdatePage.h>
 #include <Uefi.h>
 
 /** Forgets every service's configuration and records (not the call log). **/
@@ -296,5 +299,90 @@ EFI_STATUS
 StandInSetSmbiosTable (IN CONST VOID *Table OPTIONAL, IN UINTN Size);
 
 VOID StandInSmbiosIgnoreType (IN BOOLEAN Ignore);
+
+//
+// PERSONALITY_MODULE_PROTOCOL: the platform's personality module, which may
+// supply a logo of its own. The interface has no operations, only data: its
+// three reserved words hold 1, 2 and 3 (no addresses), and its logo pointer
+// is null until StandInSetPersonalityLogo gives it a PERSONALITY_LOGO_IMAGE.
+// That image lives in static storage: its 12 reserved bytes are 0xA5 (a
+// reader that takes the size from the wrong place sees a wrong size), then
+// the UINT32 DataSize, then the data (up to STAND_IN_MAX_PERSONALITY_LOGO
+// bytes, zeros after the bytes given). The image stays where it is, so a
+// pointer read earlier sees a later change. StandInResetServices removes the
+// logo.
+//
+#define STAND_IN_MAX_PERSONALITY_LOGO 0x10000
+
+EFI_STATUS
+EFIAPI
+InstallPersonalityModuleStandIn (IN OUT EFI_HANDLE *Handle);
+
+EFI_STATUS
+EFIAPI
+UninstallPersonalityModuleStandIn (IN EFI_HANDLE Handle);
+
+/**
+  Gives the module a logo: Size bytes of Data, and DataSize as the image's
+  size field, which may differ from Size (0 for a module that claims an empty
+  logo; above Size for one whose data ends early, zeros following). A DataSize
+  above STAND_IN_MAX_PERSONALITY_LOGO claims more than the storage holds, as a
+  broken module might: it serves to check that a reader refuses or fails to
+  copy it (the host pool gives no more than 1 GiB), never to be read.
+
+  @retval EFI_SUCCESS            The logo pointer now points to the image.
+  @retval EFI_INVALID_PARAMETER  Size above STAND_IN_MAX_PERSONALITY_LOGO, or Data null with Size not 0;
+                                 nothing changed.
+**/
+EFI_STATUS
+StandInSetPersonalityLogo (IN CONST VOID *Data OPTIONAL, IN UINTN Size, IN UINT32 DataSize);
+
+/** Sets the logo pointer to null: the platform has no logo of its own. **/
+VOID StandInRemovePersonalityLogo (VOID);
+
+//
+// The flash client: what a firmware-update driver does with
+// FLASH_UPDATE_PAGE_PROTOCOL, played from a script so that host tests and
+// firmware test applications drive the page alike. StandInRunFlashClient
+// calls Show, then each step in order (SetProgress with its Percent, or
+// SetStatusText with its Text, which may be null), then ShowResult with the
+// script's Result unless OmitResult is set. Before each call the observer of
+// StandInCalls.h sees it (StandInOpFlashShow, ...). After each step (not after
+// Show or ShowResult) AfterStep, when set, runs with the step's index: there a
+// test can hand events to the page, or a firmware application wait.
+//
+
+typedef enum {
+  StandInFlashProgress,  ///< SetProgress (Percent)
+  StandInFlashStatusText ///< SetStatusText (Text)
+} STAND_IN_FLASH_STEP_KIND;
+
+typedef struct {
+  UINT32 Kind;       ///< a STAND_IN_FLASH_STEP_KIND
+  UINTN Percent;     ///< StandInFlashProgress
+  CONST CHAR8 *Text; ///< StandInFlashStatusText; null for an empty line
+} STAND_IN_FLASH_STEP;
+
+typedef VOID (EFIAPI *STAND_IN_FLASH_STEP_HOOK) (IN VOID *Context, IN UINTN StepIndex);
+
+typedef struct {
+  CONST STAND_IN_FLASH_STEP *Steps; ///< may be null when StepCount is 0
+  UINTN StepCount;
+  UINT32 Result;      ///< the outcome handed to ShowResult (a FLASH_UPDATE_RESULT, or any other value)
+  BOOLEAN OmitResult; ///< TRUE: the client ends without ShowResult
+  STAND_IN_FLASH_STEP_HOOK AfterStep OPTIONAL;
+  VOID *Context OPTIONAL; ///< for AfterStep
+} STAND_IN_FLASH_SCRIPT;
+
+/**
+  Plays Script on Page. The script is checked whole before the first call, so
+  a bad one calls nothing.
+
+  @retval EFI_SUCCESS            Played.
+  @retval EFI_INVALID_PARAMETER  Page or Script null, a member of Page that the script needs is null, Steps null
+                                 with StepCount not 0, or a step of another kind.
+**/
+EFI_STATUS
+StandInRunFlashClient (IN FLASH_UPDATE_PAGE_PROTOCOL *Page, IN CONST STAND_IN_FLASH_SCRIPT *Script);
 
 #endif

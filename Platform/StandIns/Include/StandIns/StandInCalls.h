@@ -74,6 +74,15 @@ typedef enum {
   StandInOpPcdGetBool,
   StandInOpSetBootLogo,
   StandInOpSmbiosGetNext,
+  //
+  // Not slots: what the flash client stand-in (StandInRunFlashClient) calls
+  // on FLASH_UPDATE_PAGE_PROTOCOL, seen just before each call, with the
+  // member's argument (the status text as its address). These cannot fail.
+  //
+  StandInOpFlashShow,
+  StandInOpFlashSetProgress,
+  StandInOpFlashSetStatusText,
+  StandInOpFlashShowResult,
   StandInOpCount
 } STAND_IN_OPERATION;
 
@@ -116,8 +125,9 @@ StandInRejectedCount (IN STAND_IN_OPERATION Operation);
 /**
   Makes the Nth call of Operation from now (1: the next one) return Status
   without acting; the observer still sees it. Nth 0 cancels. One failure per
-  operation can be pending; a new one replaces it. StandInOpDeliverEvent cannot
-  fail. GetBool returns a BOOLEAN: a failed call answers FALSE.
+  operation can be pending; a new one replaces it. StandInOpDeliverEvent and
+  the flash client's calls cannot fail. GetBool returns a BOOLEAN: a failed
+  call answers FALSE.
 **/
 VOID StandInFailOperation (IN STAND_IN_OPERATION Operation, IN UINTN Nth, IN EFI_STATUS Status);
 
