@@ -10,3 +10,8 @@ set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 set(CMAKE_EXECUTABLE_SUFFIX .efi)
 set(CMAKE_CXX_LINK_EXECUTABLE "lld-link <LINK_FLAGS> <OBJECTS> <LINK_LIBRARIES> /out:<TARGET>")
 set(KESTUI_EFI ON CACHE BOOL "Build the firmware images" FORCE)
+# The Generic system knows no dependency-file flags: without them ninja would
+# not rebuild objects when a header changes.
+set(CMAKE_DEPFILE_FLAGS_CXX "-MD -MT <DEP_TARGET> -MF <DEP_FILE>")
+set(CMAKE_CXX_DEPFILE_FORMAT gcc)
+set(CMAKE_CXX_DEPENDS_USE_COMPILER TRUE)

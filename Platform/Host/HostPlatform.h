@@ -31,6 +31,7 @@
 #include "HostPool.h"
 #include "HostReset.h"
 #include "HostVariables.h"
+#include "HostVolumes.h"
 
 ///
 /// How a platform is built.
@@ -127,6 +128,12 @@ public:
     return mConsole;
   }
 
+  HostVolumes &
+  Volumes ()
+  {
+    return mVolumes;
+  }
+
   /** @return the faults recorded so far, oldest first. **/
   const std::vector<std::string> &
   Errors () const
@@ -162,6 +169,7 @@ private:
   HostClock mClock;
   HostReset mReset;
   HostConsole mConsole;
+  HostVolumes mVolumes;
 };
 
 #endif

@@ -44,6 +44,7 @@ const ServiceInstaller mInstallers[] = {
   {InstallPcdStandIn, UninstallPcdStandIn},
   {InstallBootLogoStandIn, UninstallBootLogoStandIn},
   {InstallSmbiosStandIn, UninstallSmbiosStandIn},
+  {InstallPersonalityModuleStandIn, UninstallPersonalityModuleStandIn},
 };
 
 } // namespace

@@ -45,7 +45,8 @@ enum FlowService : UINT32 {
   WithPcd = 1U << 5,
   WithBootLogo = 1U << 6,
   WithSmbios = 1U << 7,
-  AllServices = (1U << 8) - 1
+  WithPersonality = 1U << 8,
+  AllServices = (1U << 9) - 1
 };
 
 ///
@@ -190,7 +191,7 @@ private:
   UI_DRIVER_PROTOCOL *mUiDriver = nullptr;
   EFI_HANDLE mEngineHandle = nullptr;
   EFI_HANDLE mFrameworkHandle = nullptr;
-  EFI_HANDLE mServiceHandles[8] = {};
+  EFI_HANDLE mServiceHandles[9] = {};
   EFI_EVENT mGroupEvents[2] = {};
   std::deque<std::vector<CHAR16>> mTexts;
   std::deque<EFI_TIME> mTimes;

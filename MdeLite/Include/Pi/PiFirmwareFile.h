@@ -16,4 +16,15 @@ typedef UINT8 EFI_SECTION_TYPE;
 #define EFI_SECTION_PE32 0x10
 #define EFI_SECTION_RAW 0x19
 
+///
+/// The header in front of every section of a firmware file; Size counts the
+/// header too (24 bits, little endian).
+///
+typedef struct {
+  UINT8 Size[3];
+  EFI_SECTION_TYPE Type;
+} EFI_COMMON_SECTION_HEADER;
+
+STATIC_ASSERT (sizeof (EFI_COMMON_SECTION_HEADER) == 4, "EFI_COMMON_SECTION_HEADER layout");
+
 #endif
