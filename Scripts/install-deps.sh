@@ -5,6 +5,7 @@ set -euo pipefail
 
 PACKAGES=(
   cmake ninja-build g++ clang lld llvm clang-format clang-tidy   # toolchains and checks
+  libclang-rt-dev                                                # sanitizer and libFuzzer runtimes
   libgtest-dev googletest libbenchmark-dev libpng-dev            # host tests and benchmarks
   ovmf qemu-system-x86 python3                                   # real-firmware tests and the demo
 )
