@@ -278,8 +278,6 @@ EFIAPI
 FlashUpdatePageEventHandler (IN OUT UI_EVENT *Event)
 {
   UINTN Result = UI_EVENT_NOT_HANDLED;
-  EFI_TIME *Time;
-  UINTN TickValue;
 
   if ((mPageCountdown < 0) || (mFlashProgress >= 100)) {
     SetFlashProgress (100);
@@ -299,16 +297,10 @@ FlashUpdatePageEventHandler (IN OUT UI_EVENT *Event)
 
   switch (Event->EventCode) {
     case UI_EVENT_TIMER_TICK:
-      Time = UiPointer<EFI_TIME> (Event->Data);
-      if ((Event->Control != gProgressControl) || (Time == nullptr) || (Time->Second >= 60)) {
-        return Result;
-      }
-
       //
-      // A count-up by clock seconds: ten points for each new second.
+      // A count-up by clock seconds on the bar: ten points for each new second.
       //
-      TickValue = ((UINTN)Time->Second * 100) / 60;
-      if (TickValue == mLastTickValue) {
+      if ((Event->Control != gProgressControl) || !CountPageSecond (Event->Data)) {
         return Result;
       }
 
@@ -318,8 +310,6 @@ FlashUpdatePageEventHandler (IN OUT UI_EVENT *Event)
 
       SetFlashProgress (mFlashTickCount * 10);
       mFlashTickCount++;
-      mPageCountdown--;
-      mLastTickValue = TickValue;
       return UI_EVENT_HANDLED;
 
     case UI_EVENT_KEY:

@@ -300,13 +300,35 @@ ExitWelcomePage (VOID)
   mWelcomePage = 0;
 }
 
+BOOLEAN
+CountPageSecond (IN UINTN TimeData)
+{
+  EFI_TIME *Time = UiPointer<EFI_TIME> (TimeData);
+  UINTN TickValue;
+
+  if ((Time == nullptr) || (Time->Second >= 60)) {
+    return FALSE;
+  }
+
+  //
+  // Ticks may come faster than once a second and from several controls: only
+  // a new clock second counts.
+  //
+  TickValue = ((UINTN)Time->Second * 100) / 60;
+  if (TickValue == mLastTickValue) {
+    return FALSE;
+  }
+
+  mLastTickValue = TickValue;
+  mPageCountdown--;
+  return TRUE;
+}
+
 UINTN
 EFIAPI
 WelcomePageEventHandler (IN OUT UI_EVENT *Event)
 {
   UINTN Result = UI_EVENT_NOT_HANDLED;
-  EFI_TIME *Time;
-  UINTN TickValue;
 
   if ((mPageCountdown < 0) || (mProgressValue >= 100)) {
     SetWelcomeProgress (100);
@@ -325,23 +347,7 @@ WelcomePageEventHandler (IN OUT UI_EVENT *Event)
 
   switch (Event->EventCode) {
     case UI_EVENT_TIMER_TICK:
-      Time = UiPointer<EFI_TIME> (Event->Data);
-      if ((Time == nullptr) || (Time->Second >= 60)) {
-        return Result;
-      }
-
-      //
-      // Ticks may come faster than once a second and from any control of the
-      // page: only a new clock second counts.
-      //
-      TickValue = ((UINTN)Time->Second * 100) / 60;
-      if (TickValue == mLastTickValue) {
-        return Result;
-      }
-
-      mLastTickValue = TickValue;
-      mPageCountdown--;
-      return UI_EVENT_HANDLED;
+      return CountPageSecond (Event->Data) ? UI_EVENT_HANDLED : Result;
 
     case UI_EVENT_KEY:
       if (mActionPending) {

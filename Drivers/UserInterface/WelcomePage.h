@@ -78,6 +78,18 @@ UINTN
 EFIAPI
 WelcomePageEventHandler (IN OUT UI_EVENT *Event);
 
+/**
+  Counts a timer tick of a page that closes itself (welcome or flash page):
+  each new clock second takes one second off mPageCountdown.
+
+  @param[in] TimeData  The tick's data: an EFI_TIME pointer, or 0.
+
+  @retval TRUE   A new clock second was counted.
+  @retval FALSE  No time, a Second of 60 or more, or the second counted last.
+**/
+BOOLEAN
+CountPageSecond (IN UINTN TimeData);
+
 /** Makes the progress bar visible; from then on progress values reach it. **/
 VOID ShowWelcomeProgressBar (VOID);
 
