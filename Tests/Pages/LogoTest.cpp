@@ -144,6 +144,88 @@ TEST_F (LogoTest, FlashPageHandsTheLogoOverAgainAndSetsItOnItsOwnControl)
   EXPECT_NE (ImageOn (Page.Page, Page.Logo), 0u);
 }
 
+/** @return a bottom-up 24-bit BMP file of Width x Height pixels, all of one colour. **/
+std::vector<UINT8>
+SolidBmp (UINT32 Width, UINT32 Height)
+{
+  const UINT32 RowSize = (Width * 3 + 3) & ~3U;
+  const UINT32 Size = 54 + RowSize * Height;
+  std::vector<UINT8> File (Size, 0);
+  auto Put32 = [&File] (size_t Offset, UINT32 Value) {
+    for (size_t Byte = 0; Byte < 4; Byte++) {
+      File[Offset + Byte] = (UINT8)(Value >> (8 * Byte));
+    }
+  };
+
+  File[0] = 'B';
+  File[1] = 'M';
+  Put32 (2, Size);
+  Put32 (10, 54);
+  Put32 (14, 40);
+  Put32 (18, Width);
+  Put32 (22, Height);
+  File[26] = 1;
+  File[28] = 24;
+  Put32 (34, RowSize * Height);
+  for (UINT32 Row = 0; Row < Height; Row++) {
+    for (UINT32 Column = 0; Column < Width; Column++) {
+      File[54 + Row * RowSize + Column * 3] = 0x80;
+    }
+  }
+
+  return File;
+}
+
+TEST_F (LogoTest, BootLogoIsPublishedOnceFromTheImageControlsRecord)
+{
+  const std::vector<UINT8> Bmp = SolidBmp (4, 2);
+  StandInSetPersonalityLogo (Bmp.data (), Bmp.size (), (UINT32)Bmp.size ());
+  ASSERT_TRUE (Boot ());
+
+  WelcomeControls Welcome = ShowWelcome ();
+  Ui ().RefreshWelcomePage ();
+  Ui ().UpdateWelcomeProgress (nullptr, 50);
+
+  STAND_IN_BOOT_LOGO Logo{};
+  StandInGetBootLogo (&Logo);
+  EXPECT_EQ (Logo.Calls, 1u);
+  EXPECT_EQ (Logo.Width, 4u);
+  EXPECT_EQ (Logo.Height, 2u);
+  UINTN Record = 0;
+  ASSERT_EQ (mFramework->Attributes->GetControlStyle (Welcome.Page, UI_PAGE_CONTAINER, Welcome.Logo,
+                                                      UI_STYLE_IMAGE_RECORD, (UINTN)&Record, 0, 0),
+             EFI_SUCCESS);
+  ASSERT_NE (Record, 0u);
+  EXPECT_EQ (Logo.BltBuffer, ((const UI_IMAGE_RECORD *)Record)->BltBuffer); // NOLINT(performance-no-int-to-ptr)
+}
+
+TEST_F (LogoTest, BootLogoIsTriedAgainUntilTheProtocolTakesIt)
+{
+  const std::vector<UINT8> Bmp = SolidBmp (2, 2);
+  StandInSetPersonalityLogo (Bmp.data (), Bmp.size (), (UINT32)Bmp.size ());
+  StandInFailOperation (StandInOpSetBootLogo, 1, EFI_DEVICE_ERROR);
+  ASSERT_TRUE (Boot ());
+
+  ShowWelcome ();
+  Ui ().RefreshWelcomePage ();
+  Ui ().RefreshWelcomePage ();
+
+  STAND_IN_BOOT_LOGO Logo{};
+  StandInGetBootLogo (&Logo);
+  EXPECT_EQ (Logo.Calls, 1u) << "accepted once, after the refused first try";
+  EXPECT_EQ (Trace ({"SetBootLogo"}).size (), 2u);
+}
+
+TEST_F (LogoTest, WithoutAnImageNoBootLogoIsPublished)
+{
+  ASSERT_TRUE (Boot ());
+
+  ShowWelcome ();
+  Ui ().RefreshWelcomePage ();
+
+  EXPECT_TRUE (Trace ({"SetBootLogo"}).empty ());
+}
+
 TEST_F (LogoTest, LogoFlagActsOnTheWelcomePagesImageControl)
 {
   ASSERT_TRUE (Boot ());

@@ -9,6 +9,27 @@ namespace {
 
 using PasswordRecordTest = PageFlowTest;
 
+TEST_F (PasswordRecordTest, StartMakesThePromptPageWithItsStylesInOrder)
+{
+  ASSERT_TRUE (Boot ());
+
+  std::vector<std::vector<UINTN>> Styles;
+  for (const FlowCall &Call : mLog) {
+    if ((Call.Name == "SetControlStyle") && (Call.Arguments[0] == PromptPage ())) {
+      Styles.push_back ({Call.Arguments[1], Call.Arguments[2], Call.Arguments[3], Call.Arguments[4], Call.Arguments[5],
+                         Call.Arguments[6]});
+    }
+  }
+
+  EXPECT_EQ (Styles, (std::vector<std::vector<UINTN>>{{1710, 1714, 0x7374001F, 0xAAAAAA, 0, 0},
+                                                      {1710, 1714, 0x73740021, 0, 0, 18},
+                                                      {1710, 1711, 0x7374001D, 0, 0, 22},
+                                                      {1710, 1712, 0x7374001D, 0, 0, 18},
+                                                      {1710, 1713, 0x7374001D, 0, 0, 22}}));
+  EXPECT_EQ (Trace ({"CreatePromptPage", "ShowPrompt"}), (std::vector<std::string>{"CreatePromptPage"}))
+    << "made at start, not shown";
+}
+
 struct SelectionCase {
   const char *Name;
   std::vector<STAND_IN_PASSWORD> Records;
