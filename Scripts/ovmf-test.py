@@ -77,6 +77,8 @@ def qemu_command(accelerator, volume, variables, serial_log, debug_log, monitor)
             "-drive", f"if=pflash,format=raw,unit=0,readonly=on,file={OVMF_CODE}",
             "-drive", f"if=pflash,format=raw,unit=1,file={variables}",
             "-drive", f"format=raw,file=fat:rw:{volume}",
+            # The UI driver's password prompt shows the SMBIOS serial number.
+            "-smbios", "type=1,serial=KESTUI-OVMF-01",
             "-net", "none", "-serial", f"file:{serial_log}",
             "-debugcon", f"file:{debug_log}", "-global", "isa-debugcon.iobase=0x402",
             "-display", "none", "-no-reboot",

@@ -25,12 +25,6 @@ STATIC constexpr auto mDriverPath = CompileTime::MakeWideString (u"\\UserInterfa
 #define UI_DRIVER_OPERATIONS 9
 #define FLASH_PAGE_OPERATIONS 4
 
-/**
-  Reads, loads and starts the driver image.
-
-  @return its image handle, or null when any step failed (and was reported).
-**/
-STATIC
 EFI_HANDLE
 LoadAndStartDriver (VOID)
 {

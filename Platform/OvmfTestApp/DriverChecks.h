@@ -13,4 +13,13 @@
 **/
 VOID RunDriverChecks (VOID);
 
+/**
+  Reads, loads and starts \UserInterface.efi from the boot volume, reporting
+  each step.
+
+  @return its image handle, or null when any step failed.
+**/
+EFI_HANDLE
+LoadAndStartDriver (VOID);
+
 #endif

@@ -4,6 +4,7 @@
   the console (which reaches the serial port) and powers the machine off.
 **/
 #include "DriverChecks.h"
+#include "FlowChecks.h"
 #include "TestReport.h"
 
 #include <Library/UefiBootServicesTableLib.h>
@@ -28,6 +29,7 @@ _ModuleEntryPoint (IN EFI_HANDLE ImageHandle, IN EFI_SYSTEM_TABLE *SystemTable)
   gRT = SystemTable->RuntimeServices;
 
   RunDriverChecks ();
+  RunFlowChecks ();
   Failed = ReportDone ();
 
   gBS->Stall (SCREEN_HOLD_MICROSECONDS);
