@@ -1,7 +1,7 @@
 /** @file
   Simulated firmware volume: ReadFile and ReadSection of the firmware volume
-  protocol (version 2) over files held in memory, with the buffer rules of the
-  PI specification.
+  protocol (version 2) over files held in memory, with the protocol's own
+  buffer rules.
 **/
 #include <algorithm>
 #include <cstring>

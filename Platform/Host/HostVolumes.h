@@ -15,8 +15,8 @@
   A firmware volume holds files by GUID: a raw file (no sections; ReadFile
   returns its bytes, ReadSection finds nothing) or a freeform file with one raw
   section (ReadSection (EFI_SECTION_RAW, 0) returns the section's data; ReadFile
-  returns the whole file, the section header included). As the PI
-  specification says, a null *Buffer makes the volume allocate the data from
+  returns the whole file, the section header included). As the protocol
+  defines it, a null *Buffer makes the volume allocate the data from
   pool (counted as an AllocatePool call, so it can be made to fail), a caller's
   buffer that is too small gets the data cut and EFI_WARN_BUFFER_TOO_SMALL, and
   a null Buffer of ReadFile asks for the size only.
