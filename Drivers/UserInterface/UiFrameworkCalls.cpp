@@ -26,37 +26,46 @@ Services (VOID)
   return (gUiFramework != nullptr) ? gUiFramework->Services : nullptr;
 }
 
+/**
+  Calls one attribute operation of the framework, when the framework has it.
+**/
+STATIC
+VOID
+CallAttribute (IN UI_CONTROL_ATTRIBUTE UI_ATTRIBUTES::*Operation,
+               IN UINTN Page,
+               IN UINTN Container,
+               IN UINTN Control,
+               IN UINT32 Tag,
+               IN UINTN Value1,
+               IN UINTN Value2,
+               IN UINTN Value3)
+{
+  UI_ATTRIBUTES *Table = Attributes ();
+
+  if ((Table != nullptr) && (Table->*Operation != nullptr)) {
+    (Table->*Operation) (Page, Container, Control, Tag, Value1, Value2, Value3);
+  }
+}
+
 VOID
 UiSetProperty (
   IN UINTN Page, IN UINTN Container, IN UINTN Control, IN UINT32 Tag, IN UINTN Value1, IN UINTN Value2, IN UINTN Value3)
 {
-  UI_ATTRIBUTES *Table = Attributes ();
-
-  if ((Table != nullptr) && (Table->SetControlProperty != nullptr)) {
-    Table->SetControlProperty (Page, Container, Control, Tag, Value1, Value2, Value3);
-  }
+  CallAttribute (&UI_ATTRIBUTES::SetControlProperty, Page, Container, Control, Tag, Value1, Value2, Value3);
 }
 
 VOID
 UiSetStyle (
   IN UINTN Page, IN UINTN Container, IN UINTN Control, IN UINT32 Tag, IN UINTN Value1, IN UINTN Value2, IN UINTN Value3)
 {
-  UI_ATTRIBUTES *Table = Attributes ();
-
-  if ((Table != nullptr) && (Table->SetControlStyle != nullptr)) {
-    Table->SetControlStyle (Page, Container, Control, Tag, Value1, Value2, Value3);
-  }
+  CallAttribute (&UI_ATTRIBUTES::SetControlStyle, Page, Container, Control, Tag, Value1, Value2, Value3);
 }
 
 VOID
 UiSetData (
   IN UINTN Page, IN UINTN Container, IN UINTN Control, IN UINT32 Tag, IN UINTN Value1, IN UINTN Value2, IN UINTN Value3)
 {
-  UI_ATTRIBUTES *Table = Attributes ();
-
-  if ((Table != nullptr) && (Table->SetControlData != nullptr)) {
-    Table->SetControlData (Page, Container, Control, Tag, Value1, Value2, Value3);
-  }
+  CallAttribute (&UI_ATTRIBUTES::SetControlData, Page, Container, Control, Tag, Value1, Value2, Value3);
 }
 
 UINTN

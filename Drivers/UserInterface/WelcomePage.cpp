@@ -40,20 +40,47 @@ STATIC constexpr auto mAsciiFormat = CompileTime::MakeWideString (u"%a");
 #define PROGRESS_THEME STR_PROGRESS_THEME
 #define TEXT_COLOR_WHITE 0xFFFFFF
 
-/** Attribute calls of the welcome page's controls all go to its one container. **/
-STATIC
-VOID
-SetProperty (IN UINTN Control, IN UINT32 Tag, IN UINTN Value1, IN UINTN Value2 = 0, IN UINTN Value3 = 0)
-{
-  UiSetProperty (mWelcomePage, UI_PAGE_CONTAINER, Control, Tag, Value1, Value2, Value3);
-}
+//
+// The controls' attributes, in the order they are set. The layout links to
+// other controls are set after each table, since those handles are known only
+// at run time.
+//
+STATIC constexpr UI_CONTROL_ATTRIBUTE_VALUE mLogoAttributes[] = {
+  {UI_PROPERTY_SIZE, 4, 40, 40}, {UI_STYLE_FLOW, 1, 0, 0},      {UI_STYLE_LAYOUT, 0, 0, 0},
+  {UI_STYLE_LAYOUT, 2, 0, 0},    {UI_STYLE_IMAGE_FIT, 5, 0, 0}, {UI_STYLE_LAYOUT, 0x100, 30, 18},
+};
 
-STATIC
-VOID
-SetStyle (IN UINTN Control, IN UINT32 Tag, IN UINTN Value1, IN UINTN Value2 = 0, IN UINTN Value3 = 0)
-{
-  UiSetStyle (mWelcomePage, UI_PAGE_CONTAINER, Control, Tag, Value1, Value2, Value3);
-}
+STATIC constexpr UI_CONTROL_ATTRIBUTE_VALUE mProgressAttributes[] = {
+  {UI_PROPERTY_SIZE, 4, 80, 5}, {UI_STYLE_LAYOUT, 2, 0, 0}, {UI_STYLE_LAYOUT, 0x20, 0, 0},
+  {UI_STYLE_FLOW, 1, 0, 0},     {UI_STYLE_LAYOUT, 2, 0, 0}, {UI_PROPERTY_VISIBLE, 0, 0, 0},
+};
+
+STATIC constexpr UI_CONTROL_ATTRIBUTE_VALUE mTextAttributes[] = {
+  {UI_PROPERTY_MARGIN, 0, 10, 10}, {UI_PROPERTY_SIZE, 4, 100, 10}, {UI_STYLE_TEXT_COLOR, TEXT_COLOR_WHITE, 0, 0},
+  {UI_STYLE_FLOW, 1, 0, 0},        {UI_STYLE_LAYOUT, 2, 0, 0},     {UI_STYLE_ALIGN, 5, 0, 0},
+};
+
+STATIC constexpr UI_CONTROL_ATTRIBUTE_VALUE mMessageAttributes[] = {
+  {UI_STYLE_TEXT_COLOR, TEXT_COLOR_WHITE, 0, 0},
+  {UI_STYLE_FLOW, 1, 0, 0},
+  {UI_STYLE_LAYOUT, 0x0C, 0, 0},
+  {UI_STYLE_ALIGN, 2, 0, 0},
+  {UI_STYLE_FONT, 0, 0, 24},
+};
+
+STATIC constexpr UI_CONTROL_ATTRIBUTE_VALUE mStatusAttributes[] = {
+  {UI_STYLE_FLOW, 1, 0, 0},
+  {UI_STYLE_TEXT_COLOR, TEXT_COLOR_WHITE, 0, 0},
+  {UI_STYLE_LAYOUT, 2, 0, 0},
+};
+
+STATIC_ASSERT (UiAttributesSettable (mLogoAttributes) && UiAttributesSettable (mProgressAttributes) &&
+                 UiAttributesSettable (mTextAttributes) && UiAttributesSettable (mMessageAttributes) &&
+                 UiAttributesSettable (mStatusAttributes),
+               "every attribute has a family that can be set");
+
+#define SET_ATTRIBUTES(Control, Table)                                                                                 \
+  UiSetAttributes (mWelcomePage, UI_PAGE_CONTAINER, (Control), (Table), ARRAY_SIZE (Table))
 
 /**
   Reads the welcome text line into Out: 80 characters, space-filled.
@@ -116,37 +143,22 @@ BuildWelcomePage (VOID)
 
   if (!EFI_ERROR (gPageEngine->CreateImageControl (mWelcomePage, UI_PAGE_CONTAINER, gHiiHandle, WELCOME_PAGE_THEME, 0,
                                                    0, 0, WelcomePageEventHandler, &gLogoControl))) {
-    SetProperty (gLogoControl, UI_PROPERTY_SIZE, 4, 40, 40);
-    SetStyle (gLogoControl, UI_STYLE_FLOW, 1);
-    SetStyle (gLogoControl, UI_STYLE_LAYOUT, 0);
-    SetStyle (gLogoControl, UI_STYLE_LAYOUT, 2);
-    SetStyle (gLogoControl, UI_STYLE_IMAGE_FIT, 5);
-    SetStyle (gLogoControl, UI_STYLE_LAYOUT, 0x100, 30, 18);
+    SET_ATTRIBUTES (gLogoControl, mLogoAttributes);
   } else {
     gLogoControl = 0;
   }
 
   if (!EFI_ERROR (gPageEngine->CreateProgressControl (mWelcomePage, UI_PAGE_CONTAINER, gHiiHandle, PROGRESS_THEME, 0, 0,
                                                       100, 0, WelcomePageEventHandler, &gProgressControl))) {
-    SetProperty (gProgressControl, UI_PROPERTY_SIZE, 4, 80, 5);
-    SetStyle (gProgressControl, UI_STYLE_LAYOUT, 2);
-    SetStyle (gProgressControl, UI_STYLE_LAYOUT, 0x20);
-    SetStyle (gProgressControl, UI_STYLE_FLOW, 1);
-    SetStyle (gProgressControl, UI_STYLE_LAYOUT, 2);
-    SetProperty (gProgressControl, UI_PROPERTY_VISIBLE, 0);
+    SET_ATTRIBUTES (gProgressControl, mProgressAttributes);
   }
 
   ZeroMem (Text, sizeof (Text));
   if (GetWelcomeText (Text) == EFI_SUCCESS) {
     if (!EFI_ERROR (
           gPageEngine->CreateTextControl (mWelcomePage, UI_PAGE_CONTAINER, gHiiHandle, 0, 0, &mTextControl))) {
-      SetProperty (mTextControl, UI_PROPERTY_MARGIN, 0, 10, 10);
-      SetProperty (mTextControl, UI_PROPERTY_SIZE, 4, 100, 10);
-      SetStyle (mTextControl, UI_STYLE_TEXT_COLOR, TEXT_COLOR_WHITE);
-      SetStyle (mTextControl, UI_STYLE_FLOW, 1);
-      SetStyle (mTextControl, UI_STYLE_LAYOUT, 2);
-      SetStyle (mTextControl, UI_STYLE_ALIGN, 5);
-      SetStyle (mTextControl, UI_STYLE_LAYOUT, 0x40, 2, gLogoControl);
+      SET_ATTRIBUTES (mTextControl, mTextAttributes);
+      UiSetStyle (mWelcomePage, UI_PAGE_CONTAINER, mTextControl, UI_STYLE_LAYOUT, 0x40, 2, gLogoControl);
     }
 
     UnicodeSPrint (mWelcomeText, sizeof (mWelcomeText), mAsciiFormat.Text, Text);
@@ -155,19 +167,13 @@ BuildWelcomePage (VOID)
 
   if (!EFI_ERROR (
         gPageEngine->CreateTextControl (mWelcomePage, UI_PAGE_CONTAINER, gHiiHandle, 0, 0, &mMessageControl))) {
-    SetStyle (mMessageControl, UI_STYLE_TEXT_COLOR, TEXT_COLOR_WHITE);
-    SetStyle (mMessageControl, UI_STYLE_FLOW, 1);
-    SetStyle (mMessageControl, UI_STYLE_LAYOUT, 0x0C);
-    SetStyle (mMessageControl, UI_STYLE_ALIGN, 2);
-    SetStyle (mMessageControl, UI_STYLE_FONT, 0, 0, 24);
+    SET_ATTRIBUTES (mMessageControl, mMessageAttributes);
   }
 
   Status = gPageEngine->CreateTextControl (mWelcomePage, UI_PAGE_CONTAINER, gHiiHandle, 0, 0, &gStatusControl);
   if (!EFI_ERROR (Status)) {
-    SetStyle (gStatusControl, UI_STYLE_FLOW, 1);
-    SetStyle (gStatusControl, UI_STYLE_TEXT_COLOR, TEXT_COLOR_WHITE);
-    SetStyle (gStatusControl, UI_STYLE_LAYOUT, 2);
-    SetStyle (gStatusControl, UI_STYLE_LAYOUT, 0x40, 3, gProgressControl);
+    SET_ATTRIBUTES (gStatusControl, mStatusAttributes);
+    UiSetStyle (mWelcomePage, UI_PAGE_CONTAINER, gStatusControl, UI_STYLE_LAYOUT, 0x40, 3, gProgressControl);
   }
 
   RegisterHotKeys ();

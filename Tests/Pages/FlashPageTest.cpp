@@ -108,6 +108,65 @@ TEST_F (FlashPageTest, ShowBuildsTheSixControlsInLayoutOrderThenTheWarningAndThe
   EXPECT_EQ (Framework ().EventHandler, Logo.Handler);
 }
 
+TEST_F (FlashPageTest, WelcomePageBuildsItsFiveControlsInLayoutOrderThenRegistersKeysAndDisplays)
+{
+  SetText (1563, "Welcome");
+  ASSERT_TRUE (Boot ());
+  const UINTN Start = Mark ();
+  WelcomeControls W = ShowWelcome ();
+  ASSERT_NE (W.Text, 0u);
+
+  STAND_IN_CONTROL_INFO Logo;
+  STAND_IN_PAGE_INFO Page;
+  ASSERT_TRUE (StandInFindControl (W.Page, W.Logo, &Logo));
+  ASSERT_TRUE (StandInFindPage (W.Page, &Page));
+  ASSERT_NE (Page.HiiHandle, nullptr);
+  const UINTN Handler = (UINTN)Logo.Handler;
+  const UINTN Hii = (UINTN)Page.HiiHandle;
+  const UINTN P = W.Page;
+
+  std::vector<FlowCall> Build = {
+    {"SetUiMode", {1}},
+    {"CreatePage", {kAny, 1000, 0, 0, 0, Hii, 2}},
+    {"CreateImageControl", {P, kContainer, Hii, 2, 0, 0, 0, Handler, kAny}},
+  };
+  auto Add = [&Build, P] (UINTN Control, const std::vector<std::vector<UINTN>> &Rows) {
+    for (const std::vector<UINTN> &Row : Rows) {
+      Build.push_back (Attribute (P, Control, (UINT32)Row[0], Row[1], Row[2], Row[3]));
+    }
+  };
+  // clang-format off
+  Add (W.Logo, {{0x70720008, 4, 40, 40}, {0x73740003, 1, 0, 0}, {0x73740000, 0, 0, 0}, {0x73740000, 2, 0, 0},
+                {0x73740023, 5, 0, 0}, {0x73740000, 0x100, 30, 18}});
+  Build.push_back ({"CreateProgressControl", {P, kContainer, Hii, 3, 0, 0, 100, 0, Handler, kAny}});
+  Add (W.Progress, {{0x70720008, 4, 80, 5}, {0x73740000, 2, 0, 0}, {0x73740000, 0x20, 0, 0}, {0x73740003, 1, 0, 0},
+                    {0x73740000, 2, 0, 0}, {0x70720001, 0, 0, 0}});
+  Build.push_back ({"CreateTextControl", {P, kContainer, Hii, 0, 0, kAny}});
+  Add (W.Text, {{0x7072000C, 0, 10, 10}, {0x70720008, 4, 100, 10}, {0x73740011, kWhite, 0, 0},
+                {0x73740003, 1, 0, 0}, {0x73740000, 2, 0, 0}, {0x73740001, 5, 0, 0}, {0x73740000, 0x40, 2, W.Logo},
+                {kTextTag, kAny, 0, 0}});
+  Build.push_back ({"CreateTextControl", {P, kContainer, Hii, 0, 0, kAny}});
+  Add (W.Message, {{0x73740011, kWhite, 0, 0}, {0x73740003, 1, 0, 0}, {0x73740000, 0x0C, 0, 0},
+                   {0x73740001, 2, 0, 0}, {0x7374001D, 0, 0, 24}});
+  Build.push_back ({"CreateTextControl", {P, kContainer, Hii, 0, 0, kAny}});
+  Add (W.Status, {{0x73740003, 1, 0, 0}, {0x73740011, kWhite, 0, 0}, {0x73740000, 2, 0, 0},
+                  {0x73740000, 0x40, 3, W.Progress}});
+  // clang-format on
+  Build.push_back ({"DisplayPage", {P, 0}});
+
+  std::vector<FlowCall> Seen;
+  for (auto Call = mLog.begin () + Start; Call != mLog.end (); ++Call) {
+    if ((Call->Name != "GetControlStyle") && (Call->Name != "GetSetting")) {
+      Seen.push_back (*Call);
+    }
+  }
+
+  ASSERT_GE (Seen.size (), Build.size ());
+  Seen.resize (Build.size ());
+  EXPECT_EQ (Describe (Seen, Build), Describe (Build, Build));
+  EXPECT_EQ (ControlText (P, W.Text), u"Welcome" + std::u16string (73, u' '));
+}
+
 //
 // Progress, status line and outcomes.
 //
