@@ -152,37 +152,6 @@ TEST_F (HostHiiTest, KeepsACopyOfTheListWithItsDriverHandle)
   EXPECT_EQ (HostHiiPackageList (Handle)->PackageListGuid.Data1, 1U);
 }
 
-TEST_F (HostHiiTest, FindsStringsAcrossSkipBlocks)
-{
-  EFI_HII_HANDLE Handle = RegisterSample ();
-
-  EXPECT_EQ (LookUp (Strings, Handle, "en-US", 1).Text, u"One");
-  EXPECT_EQ (LookUp (Strings, Handle, "en-US", 4).Text, u"Four");
-  EXPECT_EQ (LookUp (Strings, Handle, "en-US", 305).Text, u"Three-o-five");
-  EXPECT_EQ (LookUp (Strings, Handle, "fr-FR", 1).Text, u"Un");
-}
-
-TEST_F (HostHiiTest, SkippedAndMissingIdsAreNotFound)
-{
-  EFI_HII_HANDLE Handle = RegisterSample ();
-
-  for (EFI_STRING_ID Id : {2, 3, 5, 304, 306, 1000}) {
-    EXPECT_EQ (LookUp (Strings, Handle, "en-US", Id).Status, EFI_NOT_FOUND) << "id " << Id;
-  }
-
-  EXPECT_EQ (LookUp (Strings, Handle, "fr-FR", 4).Status, EFI_NOT_FOUND);
-}
-
-TEST_F (HostHiiTest, LanguagesCompareWithoutCaseAndAnAbsentOneIsNotFound)
-{
-  EFI_HII_HANDLE Handle = RegisterSample ();
-
-  EXPECT_EQ (LookUp (Strings, Handle, "EN-us", 1).Text, u"One");
-  EXPECT_EQ (LookUp (Strings, Handle, "de-DE", 1).Status, EFI_NOT_FOUND);
-  EXPECT_EQ (LookUp (Strings, Handle, "en", 1).Status, EFI_NOT_FOUND);
-  EXPECT_EQ (LookUp (Strings, Handle, "en-US-x", 1).Status, EFI_NOT_FOUND);
-}
-
 TEST_F (HostHiiTest, ReportsTheSizeThatASmallBufferLacks)
 {
   EFI_HII_HANDLE Handle = RegisterSample ();
@@ -211,28 +180,6 @@ TEST_F (HostHiiTest, RejectsInvalidGetStringArguments)
   EXPECT_EQ (Strings->GetString (Strings, "en-US", Handle, 1, Buffer, nullptr, nullptr), EFI_INVALID_PARAMETER);
   EXPECT_EQ (Strings->GetString (Strings, "en-US", Handle, 1, nullptr, &Size, nullptr), EFI_INVALID_PARAMETER);
   EXPECT_EQ (Strings->GetString (Strings, "en-US", (EFI_HII_HANDLE)&Size, 1, Buffer, &Size, nullptr), EFI_NOT_FOUND);
-}
-
-TEST_F (HostHiiTest, RemovedListsAreGone)
-{
-  EFI_HII_HANDLE Handle = RegisterSample ();
-
-  ASSERT_EQ (Database->RemovePackageList (Database, Handle), EFI_SUCCESS);
-  Registered.clear ();
-  EXPECT_EQ (HostHiiPackageListCount (), 0U);
-  EXPECT_EQ (LookUp (Strings, Handle, "en-US", 1).Status, EFI_NOT_FOUND);
-  EXPECT_EQ (Database->RemovePackageList (Database, Handle), EFI_NOT_FOUND);
-}
-
-TEST_F (HostHiiTest, RefusesASecondListWithTheSameGuid)
-{
-  EFI_HII_HANDLE Handle = nullptr;
-
-  RegisterSample ();
-  EXPECT_EQ (Register (PackageList (1, {kEndPackage}), &Handle), EFI_INVALID_PARAMETER);
-  EXPECT_EQ (Handle, nullptr);
-  EXPECT_EQ (Register (PackageList (2, {kEndPackage}), &Handle), EFI_SUCCESS);
-  EXPECT_EQ (HostHiiPackageListCount (), 2U);
 }
 
 TEST_F (HostHiiTest, FailsOnRequestWithoutRegistering)

@@ -221,39 +221,6 @@ TEST_F (StandInEventLoopTest, TooDeepNestingIsRefused)
   EXPECT_EQ (State ().LoopsEndedByClose, (UINTN)STAND_IN_MAX_LOOP_DEPTH);
 }
 
-TEST_F (StandInEventLoopTest, TimerTickCarriesTheSourcesTime)
-{
-  EFI_TIME Time{};
-  UINTN Seconds = 0;
-
-  Time.Second = 42;
-  ASSERT_EQ (mUi->Pages->SetEventHandler (HandlerFunction (HandlerA)), EFI_SUCCESS);
-  OnEvent (HandlerA, [&] (UI_EVENT *Event) -> UINTN {
-    Seconds = AsPointer<EFI_TIME> (Event->Data)->Second;
-    EXPECT_EQ (mUi->Pages->ExitEventLoop (), EFI_SUCCESS);
-    return UI_EVENT_HANDLED;
-  });
-  Script (0, UI_EVENT_TIMER_TICK, (UINTN)&Time);
-
-  EXPECT_EQ (mUi->Pages->RunEventLoop (), EFI_SUCCESS);
-  EXPECT_EQ (Seconds, 42U);
-}
-
-TEST_F (StandInEventLoopTest, SingleEventWithoutALoop)
-{
-  UINTN Page = NewPage ();
-  UINTN Progress = NewProgressControl (Page, HandlerFunction (HandlerB));
-  UI_EVENT Event{0, Progress, UI_EVENT_KEY, UI_KEY_ESCAPE};
-
-  OnEvent (HandlerB, [] (UI_EVENT *) -> UINTN { return UI_EVENT_HANDLED_PAGE_CLOSED; });
-  EXPECT_EQ (StandInDeliverEvent (&Event), (UINTN)UI_EVENT_HANDLED_PAGE_CLOSED);
-  EXPECT_EQ (StandInDeliverEvent (nullptr), (UINTN)UI_EVENT_NOT_HANDLED);
-  ASSERT_EQ (CallsOf (StandInOpDeliverEvent).size (), 1U);
-  EXPECT_EQ (CallsOf (StandInOpDeliverEvent)[0].Arguments,
-             (std::vector<UINTN>{(UINTN)HandlerFunction (HandlerB), Progress, UI_EVENT_KEY, UI_KEY_ESCAPE, 0}));
-  EXPECT_EQ (State ().LoopsRun, 0U);
-}
-
 TEST_F (StandInEventLoopTest, FrameworkCannotBeRemovedUnderARunningLoop)
 {
   EFI_STATUS Status = EFI_SUCCESS;

@@ -202,39 +202,6 @@ TEST_F (StandInImageRecordTest, RecordOf24BitBottomUpBmp)
   EXPECT_EQ (Pixels[3].Reserved, 0);
 }
 
-TEST_F (StandInImageRecordTest, RecordOf8BitTopDownBmpWithPalette)
-{
-  std::vector<UINT8> Palette = {0x00, 0x00, 0xFF, 0, 0x00, 0xFF, 0x00, 0}; // red, green
-  std::vector<UINT8> Rows = {1, 0, 5, 0};                                  // index 5 is beyond the palette
-  UI_IMAGE_RECORD *Record = nullptr;
-
-  SetLogo (MakeBmp (3, -1, 8, Palette, Rows));
-  ASSERT_EQ (ReadRecord (&Record), EFI_SUCCESS);
-  ASSERT_EQ (Record->Width, 3U);
-  ASSERT_EQ (Record->Height, 1U);
-
-  const EFI_GRAPHICS_OUTPUT_BLT_PIXEL *Pixels = (const EFI_GRAPHICS_OUTPUT_BLT_PIXEL *)Record->BltBuffer;
-  EXPECT_EQ (Pixels[0].Green, 0xFF);
-  EXPECT_EQ (Pixels[0].Red, 0x00);
-  EXPECT_EQ (Pixels[1].Red, 0xFF);
-  EXPECT_EQ (Pixels[2].Red | Pixels[2].Green | Pixels[2].Blue, 0) << "no colour for an index beyond the palette";
-}
-
-TEST_F (StandInImageRecordTest, RecordOf1BitBmp)
-{
-  std::vector<UINT8> Palette = {0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0};
-  std::vector<UINT8> Rows = {0xA0, 0, 0, 0}; // 1 0 1 0 from the left
-  UI_IMAGE_RECORD *Record = nullptr;
-
-  SetLogo (MakeBmp (4, 1, 1, Palette, Rows));
-  ASSERT_EQ (ReadRecord (&Record), EFI_SUCCESS);
-  const EFI_GRAPHICS_OUTPUT_BLT_PIXEL *Pixels = (const EFI_GRAPHICS_OUTPUT_BLT_PIXEL *)Record->BltBuffer;
-  EXPECT_EQ (Pixels[0].Red, 0xFF);
-  EXPECT_EQ (Pixels[1].Red, 0x00);
-  EXPECT_EQ (Pixels[2].Red, 0xFF);
-  EXPECT_EQ (Pixels[3].Red, 0x00);
-}
-
 TEST_F (StandInImageRecordTest, DataThatIsNoWholeBmpGivesNoRecord)
 {
   UI_IMAGE_RECORD *Record = nullptr;

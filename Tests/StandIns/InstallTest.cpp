@@ -145,20 +145,6 @@ TEST_F (StandInInstallTest, UninstallReleasesEveryPoolBuffer)
   EXPECT_EQ (Platform ().Pool ().LiveCount (), Baseline);
 }
 
-TEST_F (StandInInstallTest, ReinstalledEngineRefusesOldHandles)
-{
-  UINTN Old = NewPage ();
-
-  ASSERT_EQ (UninstallPageEngineStandIn (mEngineHandle), EFI_SUCCESS);
-  mEngineHandle = nullptr; // the handle went with its only protocol
-  ASSERT_EQ (InstallPageEngineStandIn (&mEngineHandle), EFI_SUCCESS);
-  UINTN New = NewPage ();
-
-  EXPECT_NE (New, Old);
-  EXPECT_EQ (mEngine->DestroyPage (Old), EFI_INVALID_PARAMETER);
-  EXPECT_EQ (mUi->Pages->RefreshPage (New), EFI_SUCCESS);
-}
-
 TEST_F (StandInInstallTest, PoolExhaustionFailsCleanly)
 {
   UINTN Page = NewPage ();

@@ -80,116 +80,6 @@ TEST_F (StandInPageModelTest, PageAndControlsKeepWhatTheyWereMadeWith)
   EXPECT_EQ (NewTextControl (Other) == Text, false);
 }
 
-TEST_F (StandInPageModelTest, LastAttributeWriteWins)
-{
-  UINTN Page = NewPage ();
-  UINTN Image = NewImageControl (Page);
-  UINTN Cell = 0;
-  STAND_IN_CONTROL_INFO Info{};
-
-  EXPECT_EQ (mUi->Attributes->SetControlStyle (Page, UI_PAGE_CONTAINER, Image, UI_STYLE_LAYOUT, 0, 0, 0), EFI_SUCCESS);
-  EXPECT_EQ (mUi->Attributes->SetControlStyle (Page, UI_PAGE_CONTAINER, Image, UI_STYLE_LAYOUT, 2, 0, 0), EFI_SUCCESS);
-  EXPECT_EQ (mUi->Attributes->SetControlProperty (Page, UI_PAGE_CONTAINER, Image, UI_PROPERTY_SIZE, 4, 40, 40),
-             EFI_SUCCESS);
-  EXPECT_EQ (mUi->Attributes->SetControlStyle (Page, UI_PAGE_CONTAINER, Image, UI_STYLE_LAYOUT, 0x100, 30, 18),
-             EFI_SUCCESS);
-
-  EXPECT_EQ (Attribute (Page, Image, UI_STYLE_LAYOUT), (std::vector<UINTN>{0x100, 30, 18}));
-  EXPECT_EQ (Attribute (Page, Image, UI_PROPERTY_SIZE), (std::vector<UINTN>{4, 40, 40}));
-  EXPECT_TRUE (Attribute (Page, Image, UI_STYLE_FLOW).empty ()) << "a tag never set is not found";
-  ASSERT_TRUE (StandInFindControl (Page, Image, &Info));
-  EXPECT_EQ (Info.AttributeWrites, 4U);
-
-  EXPECT_EQ (mUi->Attributes->GetControlStyle (Page, UI_PAGE_CONTAINER, Image, UI_STYLE_LAYOUT, (UINTN)&Cell, 0, 0),
-             EFI_SUCCESS);
-  EXPECT_EQ (Cell, 0x100U);
-  Cell = 77;
-  EXPECT_EQ (mUi->Attributes->GetControlStyle (Page, UI_PAGE_CONTAINER, Image, UI_STYLE_FLOW, (UINTN)&Cell, 0, 0),
-             EFI_NOT_FOUND);
-  EXPECT_EQ (Cell, 77U);
-
-  //
-  // Every write is seen by the observer, in order, with its arguments.
-  //
-  std::vector<RecordedCall> Styles = CallsOf (StandInOpSetControlStyle);
-  ASSERT_EQ (Styles.size (), 3U);
-  EXPECT_EQ (Styles[0].Arguments, (std::vector<UINTN>{Page, UI_PAGE_CONTAINER, Image, UI_STYLE_LAYOUT, 0, 0, 0}));
-  EXPECT_EQ (Styles[2].Arguments, (std::vector<UINTN>{Page, UI_PAGE_CONTAINER, Image, UI_STYLE_LAYOUT, 0x100, 30, 18}));
-}
-
-TEST_F (StandInPageModelTest, TextIsCopiedOrReferenced)
-{
-  UINTN Page = NewPage ();
-  UINTN Text = NewTextControl (Page);
-  std::vector<CHAR16> Buffer = Wide ("Preparing");
-  STAND_IN_TEXT Info{};
-  UINTN Cell = 0;
-
-  ASSERT_TRUE (StandInGetControlText (Page, Text, &Info));
-  EXPECT_EQ (Info.String, nullptr);
-  EXPECT_EQ (Info.StringId, 0U) << "a text control made with string id 0 starts empty";
-
-  ASSERT_EQ (mUi->Attributes->SetControlData (Page, UI_PAGE_CONTAINER, Text, UI_DATA_TEXT, (UINTN)Buffer.data (), 0, 0),
-             EFI_SUCCESS);
-  Buffer.assign (Buffer.size (), 'X'); // the caller reuses its buffer at once
-  ASSERT_TRUE (StandInGetControlText (Page, Text, &Info));
-  EXPECT_EQ (Narrow (Info.String), "Preparing");
-  EXPECT_NE (Info.String, Buffer.data ());
-  EXPECT_EQ (mUi->Attributes->GetControlData (Page, UI_PAGE_CONTAINER, Text, UI_DATA_TEXT, (UINTN)&Cell, 0, 0),
-             EFI_SUCCESS);
-  EXPECT_EQ (Narrow (AsPointer<CONST CHAR16> (Cell)), "Preparing");
-
-  ASSERT_EQ (mUi->Attributes->SetControlData (Page, UI_PAGE_CONTAINER, Text, UI_DATA_TEXT, 0, (UINTN)mHii, 7),
-             EFI_SUCCESS);
-  ASSERT_TRUE (StandInGetControlText (Page, Text, &Info));
-  EXPECT_EQ (Info.String, nullptr);
-  EXPECT_EQ (Info.HiiHandle, mHii);
-  EXPECT_EQ (Info.StringId, 7U);
-
-  ASSERT_EQ (mUi->Attributes->SetControlData (Page, UI_PAGE_CONTAINER, Text, UI_DATA_TEXT, 0, 0, 0), EFI_SUCCESS);
-  ASSERT_TRUE (StandInGetControlText (Page, Text, &Info));
-  EXPECT_EQ (Info.String, nullptr);
-  EXPECT_EQ (Info.StringId, 0U);
-  EXPECT_EQ (mUi->Attributes->GetControlData (Page, UI_PAGE_CONTAINER, Text, UI_DATA_TEXT, (UINTN)&Cell, 0, 0),
-             EFI_SUCCESS);
-  EXPECT_EQ (Narrow (AsPointer<CONST CHAR16> (Cell)), "") << "an empty text reads as an empty string, not null";
-
-  //
-  // A string id does not fit 16 bits: refused, the text unchanged.
-  //
-  EXPECT_EQ (mUi->Attributes->SetControlData (Page, UI_PAGE_CONTAINER, Text, UI_DATA_TEXT, 0, (UINTN)mHii, 0x10000),
-             EFI_INVALID_PARAMETER);
-  ASSERT_TRUE (StandInGetControlText (Page, Text, &Info));
-  EXPECT_EQ (Info.StringId, 0U);
-}
-
-TEST_F (StandInPageModelTest, VisibilityAndProgress)
-{
-  UINTN Page = NewPage ();
-  UINTN Progress = NewProgressControl (Page);
-  UINTN Value = 0;
-  UINTN Cell = 0;
-
-  EXPECT_TRUE (StandInIsVisible (Page, Progress)) << "a control starts visible";
-  EXPECT_FALSE (StandInGetProgress (Page, Progress, &Value)) << "no value set yet";
-  EXPECT_EQ (
-    mUi->Attributes->GetControlData (Page, UI_PAGE_CONTAINER, Progress, UI_DATA_PROGRESS_MAXIMUM, (UINTN)&Cell, 0, 0),
-    EFI_SUCCESS);
-  EXPECT_EQ (Cell, 100U) << "the range made with the control";
-
-  EXPECT_EQ (mUi->Attributes->SetControlProperty (Page, UI_PAGE_CONTAINER, Progress, UI_PROPERTY_VISIBLE, 0, 0, 0),
-             EFI_SUCCESS);
-  EXPECT_FALSE (StandInIsVisible (Page, Progress));
-  EXPECT_EQ (mUi->Attributes->SetControlData (Page, UI_PAGE_CONTAINER, Progress, UI_DATA_PROGRESS_VALUE, 42, 0, 0),
-             EFI_SUCCESS);
-  ASSERT_TRUE (StandInGetProgress (Page, Progress, &Value));
-  EXPECT_EQ (Value, 42U);
-  EXPECT_EQ (mUi->Attributes->SetControlProperty (Page, UI_PAGE_CONTAINER, Progress, UI_PROPERTY_VISIBLE, 1, 0, 0),
-             EFI_SUCCESS);
-  EXPECT_TRUE (StandInIsVisible (Page, Progress));
-  EXPECT_FALSE (StandInIsVisible (Page, 0)) << "an unknown control is not visible";
-}
-
 TEST_F (StandInPageModelTest, PromptPageHasItsFixedControlsAndRecordsTheShow)
 {
   PROMPT_INTERFACE *Prompt = nullptr;
@@ -255,17 +145,6 @@ TEST_F (StandInPageModelTest, PromptPageHasItsFixedControlsAndRecordsTheShow)
   EXPECT_EQ (Narrow (AsPointer<CONST CHAR16> (Cell)), "");
 
   EXPECT_EQ (StandInTypeText (NewPage (), Typed.data ()), EFI_INVALID_PARAMETER) << "not a prompt page";
-}
-
-TEST_F (StandInPageModelTest, PageWideAttributesUseContainerZero)
-{
-  UINTN Page = NewPromptPage ();
-
-  EXPECT_EQ (mUi->Attributes->SetControlStyle (Page, 0, Page, UI_STYLE_PAGE, 0x5F, 0, 0), EFI_SUCCESS);
-  EXPECT_EQ (Attribute (Page, Page, UI_STYLE_PAGE), (std::vector<UINTN>{0x5F, 0, 0}));
-  EXPECT_EQ (mUi->Attributes->SetControlStyle (Page, PROMPT_CONTAINER, Page, UI_STYLE_PAGE, 1, 0, 0),
-             EFI_INVALID_PARAMETER);
-  EXPECT_EQ (Attribute (Page, Page, UI_STYLE_PAGE), (std::vector<UINTN>{0x5F, 0, 0}));
 }
 
 TEST_F (StandInPageModelTest, BadPagesAndControlsAreRefusedWithoutEffect)
@@ -374,59 +253,6 @@ TEST_F (StandInPageModelTest, DestroyedPageIsRefusedButStaysReadable)
 
   UINTN Next = NewPage ();
   EXPECT_NE (Next, Page) << "a handle is never handed out twice";
-}
-
-TEST_F (StandInPageModelTest, ChosenCallFailsWithTheChosenStatus)
-{
-  UINTN Page = NewPage ();
-  UINTN First = 0;
-  UINTN Second = 0x5555;
-  UINTN Third = 0;
-
-  StandInFailOperation (StandInOpCreateTextControl, 2, EFI_OUT_OF_RESOURCES);
-  EXPECT_EQ (mEngine->CreateTextControl (Page, UI_PAGE_CONTAINER, mHii, 0, 0, &First), EFI_SUCCESS);
-  EXPECT_EQ (mEngine->CreateTextControl (Page, UI_PAGE_CONTAINER, mHii, 0, 0, &Second), EFI_OUT_OF_RESOURCES);
-  EXPECT_EQ (mEngine->CreateTextControl (Page, UI_PAGE_CONTAINER, mHii, 0, 0, &Third), EFI_SUCCESS);
-  EXPECT_EQ (Second, 0x5555U) << "a failed creation leaves the out handle alone";
-  EXPECT_NE (First, 0U);
-  EXPECT_NE (Third, 0U);
-  EXPECT_EQ (StandInControlAt (Page, 2), 0U) << "the failed call made nothing";
-  EXPECT_EQ (CallsOf (StandInOpCreateTextControl).size (), 3U) << "the observer sees the failed call too";
-
-  UINTN Failed = 0;
-  StandInFailOperation (StandInOpCreatePage, 1, EFI_DEVICE_ERROR);
-  EXPECT_EQ (mEngine->CreatePage (&Failed, UI_PAGE_ID, 0, 0, 0, mHii, 2), EFI_DEVICE_ERROR);
-  EXPECT_EQ (Failed, 0U);
-  EXPECT_EQ (StandInPageCount (), 1U);
-}
-
-VOID EFIAPI
-CountPagesAtCreatePage (IN VOID *Context,
-                        IN STAND_IN_OPERATION Operation,
-                        IN CONST UINTN *Arguments,
-                        IN UINTN ArgumentCount)
-{
-  if (Operation == StandInOpCreatePage) {
-    ((std::vector<UINTN> *)Context)->push_back (StandInPageCount ());
-    EXPECT_EQ (ArgumentCount, 7U);
-    EXPECT_EQ (Arguments[1], (UINTN)UI_PAGE_ID);
-    EXPECT_EQ (Arguments[6], 8U);
-  }
-}
-
-TEST_F (StandInPageModelTest, ObserverSeesEachCallBeforeItActs)
-{
-  std::vector<UINTN> PagesSeen;
-  UINTN Page = 0;
-
-  StandInSetCallObserver (CountPagesAtCreatePage, &PagesSeen);
-
-  ASSERT_EQ (mEngine->CreatePage (&Page, UI_PAGE_ID, 0, 0, 0, mHii, 8), EFI_SUCCESS);
-  ASSERT_EQ (mEngine->CreatePage (&Page, UI_PAGE_ID, 0, 0, 0, mHii, 8), EFI_SUCCESS);
-  EXPECT_EQ (PagesSeen, (std::vector<UINTN>{0, 1}));
-  StandInSetCallObserver (nullptr, nullptr);
-  EXPECT_STREQ (StandInOperationName (StandInOpCreateProgressControl), "CreateProgressControl");
-  EXPECT_STREQ (StandInOperationName (StandInOpCount), "?");
 }
 
 } // namespace

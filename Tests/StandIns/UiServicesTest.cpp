@@ -134,41 +134,6 @@ TEST_F (StandInServicesTest, SessionRequestIsRecordedAndAnswersAsSet)
   EXPECT_EQ (State ().ResetUiStates, 1U);
 }
 
-TEST_F (StandInServicesTest, UiModesAreKeptInOrder)
-{
-  UINTN Mode = 0;
-
-  ASSERT_EQ (mUi->Services->SetUiMode (1), EFI_SUCCESS);
-  ASSERT_EQ (mUi->Services->SetUiMode (0), EFI_SUCCESS);
-  ASSERT_EQ (mUi->Services->SetUiMode (2), EFI_SUCCESS);
-
-  EXPECT_EQ (State ().UiModeCount, 3U);
-  std::vector<UINTN> Modes;
-  for (UINTN Index = 0; StandInGetUiMode (Index, &Mode); Index++) {
-    Modes.push_back (Mode);
-  }
-
-  EXPECT_EQ (Modes, (std::vector<UINTN>{1, 0, 2}));
-}
-
-TEST_F (StandInServicesTest, ImagePackageIsRecorded)
-{
-  static UINT8 Package[63854];
-  EFI_GUID Guid = {0x4a5ca267, 0x4016, 0x460f, {0x80, 0xee, 0x7b, 0x4c, 0x3d, 0x77, 0xfd, 0x62}};
-  STAND_IN_IMAGE_PACKAGE Recorded{};
-
-  ASSERT_EQ (mUi->Pages->AddImagePackage (Package, sizeof (Package), &Guid, 0), EFI_SUCCESS);
-  Guid.Data1 = 0; // the caller's GUID may change afterwards
-  ASSERT_TRUE (StandInGetImagePackage (0, &Recorded));
-  EXPECT_EQ (Recorded.Package, (VOID *)Package);
-  EXPECT_EQ (Recorded.Size, sizeof (Package));
-  EXPECT_EQ (Recorded.Guid.Data1, 0x4a5ca267U);
-  EXPECT_EQ (Recorded.Guid.Data4[7], 0x62);
-  EXPECT_FALSE (StandInGetImagePackage (1, &Recorded));
-  EXPECT_EQ (mUi->Pages->AddImagePackage (nullptr, 10, &Guid, 0), EFI_INVALID_PARAMETER);
-  EXPECT_EQ (State ().ImagePackageCount, 1U);
-}
-
 TEST_F (StandInServicesTest, ActivePageAndEventHandlerAreSavedAndRestored)
 {
   UINTN Welcome = NewPage ();

@@ -108,21 +108,6 @@ TEST_F (HostConsoleTest, AnOvmfToggleStateMatchesNoRegistrationThatAsksForAnothe
   EXPECT_EQ (mNotified[0].KeyState.KeyToggleState, EFI_TOGGLE_STATE_VALID | EFI_KEY_STATE_EXPOSED);
 }
 
-TEST_F (HostConsoleTest, UnregisteredNotificationsStayRecordedButAreNotCalled)
-{
-  VOID *Handle = Register (KeyOf (SCAN_ESC, 0, 0));
-
-  EXPECT_EQ (Register (KeyOf (SCAN_ESC, 0, 0)), Handle); // the same registration again
-  ASSERT_EQ (mInEx->UnregisterKeyNotify (mInEx, Handle), EFI_SUCCESS);
-  EXPECT_EQ (mInEx->UnregisterKeyNotify (mInEx, Handle), EFI_INVALID_PARAMETER);
-  Platform ().Console ().PressKey (SCAN_ESC, 0);
-
-  EXPECT_TRUE (mNotified.empty ());
-  ASSERT_EQ (Platform ().Console ().KeyRegistrations ().size (), 1U);
-  EXPECT_FALSE (Platform ().Console ().KeyRegistrations ()[0].Active);
-  EXPECT_EQ (Platform ().Console ().ActiveKeyRegistrations (), 0U);
-}
-
 TEST_F (HostConsoleTest, ConOutRecordsAttributesAndText)
 {
   static constexpr auto mText = CompileTime::MakeWideString (u"Hello\r\n");

@@ -106,26 +106,6 @@ TEST_F (HostPlatformTest, CreateEventRejectsWhatUefiRejects)
   EXPECT_EQ (Platform ().Events ().OpenEvents ().size (), 1U);
 }
 
-TEST_F (HostPlatformTest, CheckEventReportsAndClearsTheSignalOfAWaitEvent)
-{
-  EFI_EVENT Plain = nullptr;
-  EFI_EVENT Notifying = MakeEvent (TPL_CALLBACK, nullptr);
-
-  ASSERT_EQ (gBS->CreateEvent (0, 0, nullptr, nullptr, &Plain), EFI_SUCCESS);
-  EXPECT_EQ (gBS->CheckEvent (Plain), EFI_NOT_READY);
-  ASSERT_EQ (gBS->SignalEvent (Plain), EFI_SUCCESS);
-  EXPECT_EQ (gBS->CheckEvent (Plain), EFI_SUCCESS);
-  EXPECT_EQ (gBS->CheckEvent (Plain), EFI_NOT_READY);
-  EXPECT_EQ (gBS->CheckEvent (Notifying), EFI_INVALID_PARAMETER);
-
-  //
-  // The console's WaitForKey decides from its notification.
-  //
-  EXPECT_EQ (gBS->CheckEvent (gST->ConIn->WaitForKey), EFI_NOT_READY);
-  Platform ().Console ().PushKey (SCAN_NULL, 'a');
-  EXPECT_EQ (gBS->CheckEvent (gST->ConIn->WaitForKey), EFI_SUCCESS);
-}
-
 TEST_F (HostPlatformTest, TplMisuseIsRecorded)
 {
   static constexpr auto mName = CompileTime::MakeWideString (u"Missing");

@@ -57,55 +57,6 @@ TEST_F (HostPlatformTest, UninstallNeedsTheInstalledInterfaceAndRemovesAnEmptyHa
   EXPECT_NE (Fresh, Handle);
 }
 
-TEST_F (HostPlatformTest, OpenProtocolSimulatesGetAndTestAndRecordsDriverOpens)
-{
-  UINT32 Interface = 0;
-  EFI_HANDLE Handle = Platform ().Handles ().InstallProtocol (gTestProtocolA, &Interface);
-  VOID *Found = nullptr;
-
-  ASSERT_EQ (gBS->OpenProtocol (Handle, &gTestProtocolA, &Found, Handle, nullptr, EFI_OPEN_PROTOCOL_GET_PROTOCOL),
-             EFI_SUCCESS);
-  EXPECT_EQ (Found, &Interface);
-  EXPECT_EQ (gBS->OpenProtocol (Handle, &gTestProtocolB, nullptr, Handle, nullptr, EFI_OPEN_PROTOCOL_TEST_PROTOCOL),
-             EFI_UNSUPPORTED);
-  EXPECT_EQ (gBS->OpenProtocol (Handle, &gTestProtocolA, nullptr, Handle, nullptr, EFI_OPEN_PROTOCOL_GET_PROTOCOL),
-             EFI_INVALID_PARAMETER);
-  EXPECT_TRUE (Platform ().Errors ().empty ());
-
-  EXPECT_EQ (gBS->OpenProtocol (Handle, &gTestProtocolA, &Found, Handle, Handle, EFI_OPEN_PROTOCOL_BY_DRIVER),
-             EFI_UNSUPPORTED);
-  EXPECT_EQ (Platform ().TakeErrors ().size (), 1U);
-}
-
-TEST_F (HostPlatformTest, MultipleProtocolInterfacesAreInstalledAndRemovedAllOrNone)
-{
-  UINT32 InterfaceA = 0;
-  UINT32 InterfaceB = 0;
-  EFI_HANDLE Handle = nullptr;
-
-  EXPECT_EQ (gBS->InstallMultipleProtocolInterfaces (&Handle, &gTestProtocolA, &InterfaceA, &gTestProtocolA,
-                                                     &InterfaceB, nullptr),
-             EFI_INVALID_PARAMETER);
-  EXPECT_EQ (Handle, nullptr);
-  EXPECT_TRUE (Platform ().Handles ().HandlesWith (gTestProtocolA).empty ());
-
-  ASSERT_EQ (gBS->InstallMultipleProtocolInterfaces (&Handle, &gTestProtocolA, &InterfaceA, &gTestProtocolB,
-                                                     &InterfaceB, nullptr),
-             EFI_SUCCESS);
-  EXPECT_EQ (Platform ().Handles ().Interface (Handle, gTestProtocolB), &InterfaceB);
-
-  EXPECT_EQ (gBS->UninstallMultipleProtocolInterfaces (Handle, &gTestProtocolA, &InterfaceA, &gTestProtocolB,
-                                                       &InterfaceA, nullptr),
-             EFI_INVALID_PARAMETER);
-  EXPECT_TRUE (Platform ().Handles ().HasProtocol (Handle, gTestProtocolA));
-  EXPECT_TRUE (Platform ().Handles ().HasProtocol (Handle, gTestProtocolB));
-
-  ASSERT_EQ (gBS->UninstallMultipleProtocolInterfaces (Handle, &gTestProtocolA, &InterfaceA, &gTestProtocolB,
-                                                       &InterfaceB, nullptr),
-             EFI_SUCCESS);
-  EXPECT_FALSE (Platform ().Handles ().IsHandle (Handle));
-}
-
 TEST_F (HostPlatformTest, DisconnectControllerIsRecordedWithItsResult)
 {
   UINT32 Interface = 0;

@@ -28,20 +28,6 @@ TEST_F (HostPlatformTest, LocateHandleByProtocolReportsTheSizeItNeeds)
   EXPECT_EQ (gBS->LocateHandle (ByRegisterNotify, nullptr, nullptr, &Size, Buffer), EFI_INVALID_PARAMETER);
 }
 
-TEST_F (HostPlatformTest, AllHandlesListsEveryHandleOldestFirst)
-{
-  UINT32 Interface = 0;
-  EFI_HANDLE Added = Platform ().Handles ().InstallProtocol (gTestProtocolB, &Interface);
-  EFI_HANDLE Buffer[8] = {};
-  UINTN Size = sizeof (Buffer);
-
-  ASSERT_EQ (gBS->LocateHandle (AllHandles, nullptr, nullptr, &Size, Buffer), EFI_SUCCESS);
-  ASSERT_EQ (Size, 3 * sizeof (EFI_HANDLE)); // ConIn, ConOut, and the one added
-  EXPECT_EQ (Buffer[0], gST->ConsoleInHandle);
-  EXPECT_EQ (Buffer[1], gST->ConsoleOutHandle);
-  EXPECT_EQ (Buffer[2], Added);
-}
-
 TEST_F (HostPlatformTest, LocateHandleBufferHandsOutAPoolBufferThatTheCallerFrees)
 {
   UINT32 Interface = 0;

@@ -65,63 +65,6 @@ TEST_F (HostPlatformTest, UnsimulatedSlotsRecordAnUnexpectedCall)
   EXPECT_EQ (gBS->CloseEvent (Event), EFI_SUCCESS);
 }
 
-TEST_F (HostPlatformTest, ConfigurationTablesAreAddedReplacedAndRemoved)
-{
-  UINT64 TableA = 1;
-  UINT64 TableB = 2;
-  UINT64 TableC = 3;
-
-  EXPECT_EQ (gBS->InstallConfigurationTable (&gTestProtocolA, nullptr), EFI_NOT_FOUND);
-  EXPECT_EQ (gBS->InstallConfigurationTable (nullptr, &TableA), EFI_INVALID_PARAMETER);
-  ASSERT_EQ (gBS->InstallConfigurationTable (&gTestProtocolA, &TableA), EFI_SUCCESS);
-  ASSERT_EQ (gBS->InstallConfigurationTable (&gTestProtocolB, &TableB), EFI_SUCCESS);
-  ASSERT_EQ (gBS->InstallConfigurationTable (&gTestProtocolA, &TableC), EFI_SUCCESS);
-
-  ASSERT_EQ (gST->NumberOfTableEntries, 2U);
-  EXPECT_TRUE (HostGuidEqual (gST->ConfigurationTable[0].VendorGuid, gTestProtocolA));
-  EXPECT_EQ (gST->ConfigurationTable[0].VendorTable, &TableC);
-  EXPECT_EQ (gST->ConfigurationTable[1].VendorTable, &TableB);
-
-  ASSERT_EQ (gBS->InstallConfigurationTable (&gTestProtocolA, nullptr), EFI_SUCCESS);
-  ASSERT_EQ (gST->NumberOfTableEntries, 1U);
-  EXPECT_EQ (gST->ConfigurationTable[0].VendorTable, &TableB);
-  EXPECT_EQ (Platform ().ConfigTables ().Find (gTestProtocolA), nullptr);
-  EXPECT_EQ (gST->Hdr.CRC32, CrcWithoutField (*gST));
-}
-
-TEST_F (HostPlatformTest, StallMovesGetTimeAcrossTheYear)
-{
-  EFI_TIME Time = {};
-
-  Time.Year = 2024;
-  Time.Month = 12;
-  Time.Day = 31;
-  Time.Hour = 23;
-  Time.Minute = 59;
-  Time.Second = 59;
-  Time.TimeZone = 60;
-  Platform ().Clock ().SetTime (Time);
-
-  ASSERT_EQ (gBS->Stall (1500000), EFI_SUCCESS);
-  EFI_TIME Now = {};
-  ASSERT_EQ (gRT->GetTime (&Now, nullptr), EFI_SUCCESS);
-  EXPECT_EQ (Now.Year, 2025);
-  EXPECT_EQ (Now.Month, 1);
-  EXPECT_EQ (Now.Day, 1);
-  EXPECT_EQ (Now.Hour, 0);
-  EXPECT_EQ (Now.Second, 0);
-  EXPECT_EQ (Now.Nanosecond, 500000000U);
-  EXPECT_EQ (Now.TimeZone, 60);
-  EXPECT_EQ (Platform ().Clock ().StalledMicroseconds (), 1500000U);
-  EXPECT_EQ (gRT->GetTime (nullptr, nullptr), EFI_INVALID_PARAMETER);
-
-  UINT64 First = 0;
-  UINT64 Second = 0;
-  ASSERT_EQ (gBS->GetNextMonotonicCount (&First), EFI_SUCCESS);
-  ASSERT_EQ (gBS->GetNextMonotonicCount (&Second), EFI_SUCCESS);
-  EXPECT_GT (Second, First);
-}
-
 TEST_F (HostPlatformTest, ResetSystemIsRecordedAndReturns)
 {
   UINT8 Data[] = {0x41, 0x00};
