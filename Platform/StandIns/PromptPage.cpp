@@ -2,6 +2,8 @@
   The prompt page: CreatePromptPage with its fixed controls, the prompt
   interface's ShowPrompt, and the typing of a password for tests.
 **/
+#include <StandIns/StandInRender.h>
+
 #include "StandInInternal.h"
 
 STATIC
@@ -130,6 +132,10 @@ PromptShow (IN CHAR16 *Title,
   Page->Prompt.MaxLength = MaxLength;
   Page->Prompt.Handler = Handler;
   Page->Prompt.ShowCount++;
+  if (Page->Handle == gStandInFramework.State.ActivePage) {
+    StandInRenderActivePage ();
+  }
+
   return EFI_SUCCESS;
 }
 
@@ -138,6 +144,7 @@ StandInTypeText (IN UINTN Page, IN CONST CHAR16 *Text OPTIONAL)
 {
   STAND_IN_PAGE *Target;
   STAND_IN_CONTROL *Field;
+  EFI_STATUS Status;
 
   Target = (Page == 0) ? StandInLatestPromptPage () : StandInLookUpLivePage (Page);
   if ((Target == nullptr) || !Target->IsPrompt) {
@@ -149,5 +156,10 @@ StandInTypeText (IN UINTN Page, IN CONST CHAR16 *Text OPTIONAL)
     return EFI_INVALID_PARAMETER;
   }
 
-  return StandInSetText (Field, Text, nullptr, 0);
+  Status = StandInSetText (Field, Text, nullptr, 0);
+  if (!EFI_ERROR (Status) && (Target->Handle == gStandInFramework.State.ActivePage)) {
+    StandInRenderActivePage ();
+  }
+
+  return Status;
 }

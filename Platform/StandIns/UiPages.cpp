@@ -5,6 +5,8 @@
 **/
 #include <Library/BaseMemoryLib.h>
 
+#include <StandIns/StandInRender.h>
+
 #include "StandInInternal.h"
 
 STATIC
@@ -26,6 +28,10 @@ UiRefreshPage (IN UINTN Page)
   }
 
   Target->RefreshCount++;
+  if (Page == gStandInFramework.State.ActivePage) {
+    StandInRenderActivePage ();
+  }
+
   return EFI_SUCCESS;
 }
 
@@ -69,6 +75,7 @@ UiSetActivePage (IN UINTN Page)
   }
 
   gStandInFramework.State.ActivePage = Page;
+  StandInRenderActivePage ();
   return EFI_SUCCESS;
 }
 
@@ -167,6 +174,7 @@ UiDisplayPage (IN UINTN Page, IN UINTN Reserved)
 
   Target->DisplayCount++;
   gStandInFramework.State.ActivePage = Page;
+  StandInRenderActivePage ();
   return EFI_SUCCESS;
 }
 
