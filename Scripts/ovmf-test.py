@@ -10,7 +10,8 @@ Exit status: 0 when the report is complete and nothing failed; 1 on a failed
 check, a missing or inconsistent report, a crash or a hang; 2 when the images,
 the firmware or QEMU are missing.
 
-Logs, the staged volume and a screenshot of the report go to out/ovmf/.
+Logs, the staged volume, a screenshot of the report (screen.png) and one of
+each page the app holds on the screen (<name>.png) go to out/ovmf/.
 """
 import argparse
 import os
@@ -32,6 +33,8 @@ TEST_APP_IMAGE = os.path.join("Platform", "OvmfTestApp", "OvmfTestApp.efi")
 
 ANSI_ESCAPE = re.compile(r"\x1b(\[[0-9;?]*[A-Za-z]|[()][0-9A-Za-z]|[A-Za-z])")
 REPORT_LINE = re.compile(r"KESTUI-TEST (PASS|FAIL|DONE)\b.*")
+# The app announces each page it holds on the screen for a screenshot.
+SCREEN_LINE = re.compile(r"KESTUI-SCREEN ([A-Za-z0-9-]+)")
 DONE_LINE = re.compile(r"KESTUI-TEST DONE (\d+) passed, (\d+) failed$")
 CPU_EXCEPTION = "X64 Exception Type"
 
@@ -135,9 +138,12 @@ def run(accelerator, images, timeout):
     debug_log = os.path.join(OUT, "debug.log")
     qemu_log = os.path.join(OUT, "qemu.log")
     screenshot = os.path.join(OUT, "screen.png")
-    for stale in (serial_log, debug_log, qemu_log, screenshot):
+    # Every screenshot of an earlier run goes, whatever pages it held.
+    stale_pages = [os.path.join(OUT, name) for name in os.listdir(OUT) if name.endswith(".png")]
+    for stale in [serial_log, debug_log, qemu_log, screenshot] + stale_pages:
         if os.path.exists(stale):
             os.remove(stale)
+    pages = []
     volume = stage_volume(images)
 
     with tempfile.TemporaryDirectory(prefix="kestui-ovmf-") as scratch:
@@ -167,6 +173,11 @@ def run(accelerator, images, timeout):
                 kvm_failed = True
                 break
             text, lines = read_report(serial_log)
+            for name in SCREEN_LINE.findall(text):
+                page = os.path.join(OUT, f"{name}.png")
+                if page not in pages:
+                    pages.append(page)
+                    monitor_command(monitor, f"screendump {page} -f png")
             if done_at is None and any(DONE_LINE.match(line) for line in lines):
                 done_at = elapsed
                 # The app holds its screen for a moment before it powers off.
@@ -193,7 +204,8 @@ def run(accelerator, images, timeout):
     return {"lines": lines, "serial_text": serial_text, "exit_code": qemu.returncode,
             "qemu_output": read_text(qemu_log).strip(), "accelerator": accelerator, "kvm_failed": kvm_failed,
             "done_at": done_at, "ran_for": ran_for, "crashed": crashed, "timed_out": timed_out,
-            "screenshot": screenshot if os.path.exists(screenshot) else None}
+            "screenshot": screenshot if os.path.exists(screenshot) else None,
+            "pages": [page for page in pages if os.path.exists(page)]}
 
 
 def verdict(result, timeout):
@@ -248,6 +260,8 @@ def main():
           f"QEMU ran {result['ran_for']:.1f} s")
     print(f"ovmf-test: logs in {OUT}/"
           + (f" (screenshot {os.path.basename(result['screenshot'])})" if result["screenshot"] else ""))
+    if result["pages"]:
+        print("ovmf-test: pages held on screen: " + ", ".join(os.path.basename(page) for page in result["pages"]))
 
     reasons = verdict(result, arguments.timeout)
     if reasons:

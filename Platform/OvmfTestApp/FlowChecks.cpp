@@ -11,6 +11,7 @@
 #include "FlowChecks.h"
 
 #include "DriverChecks.h"
+#include "ScreenHold.h"
 #include "TestReport.h"
 
 #include <Guid/KestUiGuids.h>
@@ -25,6 +26,7 @@
 #include <Protocol/UiFramework.h>
 #include <StandIns/PageEngineStandIn.h>
 #include <StandIns/ServiceStandIns.h>
+#include <StandIns/StandInRender.h>
 #include <StandIns/UiFrameworkStandIn.h>
 
 //
@@ -74,7 +76,8 @@ STATIC constexpr auto mExpectedResult = CompileTime::MakeWideString (u"BIOS Upda
 ///
 typedef struct {
   UI_EVENT Events[MAX_SCRIPT_EVENTS];
-  EFI_TIME Times[MAX_SCRIPT_EVENTS]; ///< what the timer ticks point to
+  EFI_TIME Times[MAX_SCRIPT_EVENTS];          ///< what the timer ticks point to
+  CONST CHAR8 *HoldBefore[MAX_SCRIPT_EVENTS]; ///< screenshot name to hold before the event, or null
   UINTN Count;
   UINTN Next; ///< events taken so far
 } FLOW_SCRIPT;
@@ -99,6 +102,10 @@ NextScriptEvent (IN VOID *Context, OUT UI_EVENT *Event)
 
   if (Script->Next >= Script->Count) {
     return FALSE;
+  }
+
+  if (Script->HoldBefore[Script->Next] != nullptr) {
+    HoldScreen (Script->HoldBefore[Script->Next]);
   }
 
   *Event = Script->Events[Script->Next++];
@@ -349,6 +356,9 @@ CheckAdminPrompt (IN UI_DRIVER_PROTOCOL *UiDriver)
     AddScriptEvent (0, UI_EVENT_TEXT_SUBMITTED, (UINTN)Submitted[Index]);
   }
 
+  mScript.HoldBefore[0] = "prompt";
+  mScript.HoldBefore[1] = "prompt-wrong";
+
   mAcceptedCallbacks = 0;
   StandInSetEventSource (NextScriptEvent, &mScript);
   Status = UiDriver->PromptPassword (PASSWORD_KIND_ADMIN, CountPasswordOutcome);
@@ -421,12 +431,14 @@ CheckFlashPage (IN FLASH_UPDATE_PAGE_PROTOCOL *FlashPage, IN UI_FRAMEWORK_PROTOC
   FlashPage->SetProgress (50);
   ReportCheck (ControlTextIs (Page, StandInControlAt (Page, FLASH_PERCENT_CONTROL_INDEX), mExpectedPercent.Text),
                "flash percentage shows 50%", "text differs");
+  HoldScreen ("flash-50");
 
   FlashPage->ShowResult (FlashResultSuccessReboot);
   Message = StandInControlAt (Page, FLASH_MESSAGE_CONTROL_INDEX);
   ReportCheck (ControlTextIs (Page, Message, mExpectedResult.Text) &&
                  StandInGetAttribute (Page, Message, UI_STYLE_TEXT_COLOR, Values) && (Values[0] == SUCCESS_COLOUR),
                "flash result 0 shows string 12 in green", "colour %lx", Values[0]);
+  HoldScreen ("flash-success");
 
   ZeroMem (&mScript, sizeof (mScript));
   AddScriptEvent (StandInControlAt (Page, 1), UI_EVENT_KEY, UI_KEY_ENTER);
@@ -552,6 +564,7 @@ PlayFlows (IN EFI_HANDLE Driver)
   UiDriver->ShowWelcomePage ();
   Page = CheckWelcomePageBuilt ();
   if (Page != 0) {
+    HoldScreen ("welcome");
     CheckProgressWithoutKey (UiDriver, Page);
     CheckWelcomeCountdown (Framework, Page);
   }
@@ -588,10 +601,18 @@ RunFlowChecks (VOID)
   if ((Status != EFI_SUCCESS) && (Status != EFI_ALREADY_STARTED)) {
     ReportCheck (FALSE, "flow page engine present", "%r", Status);
   } else if (InstallStandIns (Handles)) {
+    //
+    // Pages are drawn on the screen while the flows play; the console gets
+    // a clean screen back for the rest of the report.
+    //
+    ReportCheck (!EFI_ERROR (StandInStartRendering ()), "pages drawn on the Graphics Output Protocol", "no GOP");
     Driver = LoadAndStartDriver ();
     if (Driver != nullptr) {
       PlayFlows (Driver);
     }
+
+    StandInStopRendering ();
+    gST->ConOut->ClearScreen (gST->ConOut);
   }
 
   UninstallStandIns (Handles);

@@ -37,4 +37,11 @@ CheckStatus (IN CONST CHAR8 *What, IN EFI_STATUS Status, IN EFI_STATUS Expected)
 UINTN
 ReportDone (VOID);
 
+/**
+  Announces on the serial port that the screen shows Name now ("KESTUI-SCREEN
+  Name"), so that the runner on the host takes a screenshot of it. Without a
+  serial port the line goes to the console.
+**/
+VOID ReportScreen (IN CONST CHAR8 *Name);
+
 #endif

@@ -14,6 +14,7 @@
 #include <Protocol/HiiString.h>
 #include <Protocol/LoadedImage.h>
 #include <Protocol/PiPcd.h>
+#include <Protocol/SerialIo.h>
 #include <Protocol/SimpleFileSystem.h>
 #include <Protocol/Smbios.h>
 
@@ -31,6 +32,7 @@ EFI_GUID gEfiGraphicsOutputProtocolGuid = EFI_GRAPHICS_OUTPUT_PROTOCOL_GUID;
 EFI_GUID gEfiBootLogoProtocolGuid = EFI_BOOT_LOGO_PROTOCOL_GUID;
 EFI_GUID gEfiPcdProtocolGuid = EFI_PCD_PROTOCOL_GUID;
 EFI_GUID gEfiSmbiosProtocolGuid = EFI_SMBIOS_PROTOCOL_GUID;
+EFI_GUID gEfiSerialIoProtocolGuid = EFI_SERIAL_IO_PROTOCOL_GUID;
 EFI_GUID gEfiSimpleFileSystemProtocolGuid = EFI_SIMPLE_FILE_SYSTEM_PROTOCOL_GUID;
 EFI_GUID gEfiFirmwareVolume2ProtocolGuid = EFI_FIRMWARE_VOLUME2_PROTOCOL_GUID;
 EFI_GUID gEfiFileInfoGuid = EFI_FILE_INFO_ID;
