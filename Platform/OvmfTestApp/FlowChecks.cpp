@@ -10,6 +10,7 @@
 **/
 #include "FlowChecks.h"
 
+#include "DemoLogo.h"
 #include "DriverChecks.h"
 #include "ScreenHold.h"
 #include "TestReport.h"
@@ -459,6 +460,7 @@ typedef struct {
 
 STATIC CONST FLOW_STAND_IN mStandIns[] = {
   {"UI framework", InstallUiFrameworkStandIn, UninstallUiFrameworkStandIn},
+  {"personality module", InstallPersonalityModuleStandIn, UninstallPersonalityModuleStandIn},
   {"settings", InstallSettingsStandIn, UninstallSettingsStandIn},
   {"service request", InstallServiceRequestStandIn, UninstallServiceRequestStandIn},
   {"boot menu", InstallBootMenuStandIn, UninstallBootMenuStandIn},
@@ -478,7 +480,9 @@ InstallStandIns (OUT EFI_HANDLE *Handles)
 {
   STATIC CONST UINT8 Countdown = COUNTDOWN_SETTING;
   STAND_IN_PASSWORD Admin;
-  EFI_STATUS Status = EFI_SUCCESS;
+  CONST VOID *Logo;
+  UINTN LogoSize;
+  EFI_STATUS Status;
 
   StandInResetServices ();
   ZeroMem (&Admin, sizeof (Admin));
@@ -488,6 +492,12 @@ InstallStandIns (OUT EFI_HANDLE *Handles)
   Admin.State = 1;
   Admin.Password = mRightPassword.Text;
   StandInSetPasswords (&Admin, 1);
+
+  //
+  // The welcome page's logo comes from the personality module.
+  //
+  Logo = DemoLogoBmp (&LogoSize);
+  Status = StandInSetPersonalityLogo (Logo, LogoSize, (UINT32)LogoSize);
 
   //
   // No item 9752: the prompt's caption has to come from SMBIOS.
@@ -566,6 +576,7 @@ PlayFlows (IN EFI_HANDLE Driver)
   if (Page != 0) {
     HoldScreen ("welcome");
     CheckProgressWithoutKey (UiDriver, Page);
+    HoldScreen ("welcome-progress");
     CheckWelcomeCountdown (Framework, Page);
   }
 

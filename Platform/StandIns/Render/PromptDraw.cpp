@@ -14,7 +14,8 @@
 #define PROMPT_MASK_LIMIT 64U ///< at most this many '*' are drawn
 
 /**
-  Draws one text row of the prompt box at *Y and moves *Y below it.
+  Draws one text of the prompt box at *Y, wrapped into up to Lines lines, and
+  moves *Y below it.
 **/
 STATIC
 VOID
@@ -23,10 +24,11 @@ DrawPromptLine (IN RENDER_CANVAS *Canvas,
                 IN STAND_IN_CONTROL *Control,
                 IN CONST CHAR16 *Shown,
                 IN UINT32 Foreground,
+                IN UINTN Lines,
                 IN OUT UINTN *Y)
 {
   UINTN Scale = (Control != nullptr) ? RenderScale (Control, UI_STYLE_FONT) : 1;
-  RENDER_BOX Line = {Inside->X, *Y, Inside->Width, RENDER_GLYPH_HEIGHT * Scale + 2 * PROMPT_LINE_PADDING};
+  RENDER_BOX Line = {Inside->X, *Y, Inside->Width, RENDER_GLYPH_HEIGHT * Scale * Lines + 2 * PROMPT_LINE_PADDING};
   CONST CHAR16 *Text = Shown;
   UINT32 Colour = Foreground;
 
@@ -74,6 +76,7 @@ RenderPromptPage (IN RENDER_CANVAS *Canvas, IN STAND_IN_PAGE *Page)
 {
   RENDER_BOX Whole = {0, 0, Canvas->Width, Canvas->Height};
   CONST CHAR16 *Shown[] = {Page->Prompt.Title, Page->Prompt.Message, Page->Prompt.Caption};
+  STATIC CONST UINTN Lines[] = {1, 2, 1}; // the message may be long
   RENDER_BOX Box;
   RENDER_BOX Inside;
   UINT32 Background;
@@ -94,7 +97,7 @@ RenderPromptPage (IN RENDER_CANVAS *Canvas, IN STAND_IN_PAGE *Page)
   Y = Inside.Y;
   for (UINTN Index = 0; Index < ARRAY_SIZE (Shown); Index++) {
     DrawPromptLine (Canvas, &Inside, StandInLookUpControl (Page, PROMPT_CONTROL_TEXT_1 + Index), Shown[Index],
-                    Foreground, &Y);
+                    Foreground, Lines[Index], &Y);
   }
 
   DrawField (Canvas, &Inside, StandInLookUpControl (Page, PROMPT_CONTROL_PASSWORD), Y + RENDER_GAP);
