@@ -70,8 +70,8 @@ StartsWith (IN CONST CHAR16 *Text, IN UINTN Length, IN CONST CHAR16 *Prefix, IN 
 BOOLEAN
 StandInParseThemeColours (IN CONST CHAR16 *Theme OPTIONAL, IN OUT UINT32 *Background, IN OUT UINT32 *Foreground)
 {
-  STATIC CONST CHAR16 BackgroundKey[] = {u'B', u'G', u'C', u'u', u'='};
-  STATIC CONST CHAR16 ForegroundKey[] = {u'F', u'G', u'C', u'u', u'='};
+  STATIC CONST CHAR16 BackgroundKey[] = {u'B', u'G', u'C', u'L', u'='};
+  STATIC CONST CHAR16 ForegroundKey[] = {u'F', u'G', u'C', u'L', u'='};
   BOOLEAN Found = FALSE;
   UINTN Length = 0;
 
