@@ -76,7 +76,7 @@ RenderPromptPage (IN RENDER_CANVAS *Canvas, IN STAND_IN_PAGE *Page)
 {
   RENDER_BOX Whole = {0, 0, Canvas->Width, Canvas->Height};
   CONST CHAR16 *Shown[] = {Page->Prompt.Title, Page->Prompt.Message, Page->Prompt.Caption};
-  STATIC CONST UINTN Lines[] = {1, 2, 1}; // the message may be long
+  STATIC CONST UINTN Lines[] = {1, 3, 1}; // the message may be long
   RENDER_BOX Box;
   RENDER_BOX Inside;
   UINT32 Background;

@@ -58,15 +58,13 @@ RenderRows (IN EFI_HII_FONT_PROTOCOL *Font,
   EFI_HII_ROW_INFO *Rows = nullptr;
   EFI_STATUS Status;
 
-  Status =
-    Font->StringToImage (Font, EFI_HII_OUT_FLAG_WRAP, (EFI_STRING)Text, Info, &Image, 0, 0, &Rows, RowCount, nullptr);
+  Status = Font->StringToImage (Font, EFI_HII_OUT_FLAG_WRAP, Text, Info, &Image, 0, 0, &Rows, RowCount, nullptr);
   if (EFI_ERROR (Status)) {
     //
     // Without wrapping the text is cut at the image's edge instead.
     //
     Rows = nullptr;
-    Status =
-      Font->StringToImage (Font, EFI_HII_OUT_FLAG_CLIP, (EFI_STRING)Text, Info, &Image, 0, 0, &Rows, RowCount, nullptr);
+    Status = Font->StringToImage (Font, EFI_HII_OUT_FLAG_CLIP, Text, Info, &Image, 0, 0, &Rows, RowCount, nullptr);
   }
 
   if (EFI_ERROR (Status) && (Rows != nullptr)) {
