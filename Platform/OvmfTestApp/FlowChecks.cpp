@@ -106,6 +106,13 @@ NextScriptEvent (IN VOID *Context, OUT UI_EVENT *Event)
   }
 
   if (Script->HoldBefore[Script->Next] != nullptr) {
+    //
+    // A submission is shown typed into the field (masked) before it is sent.
+    //
+    if (Script->Events[Script->Next].EventCode == UI_EVENT_TEXT_SUBMITTED) {
+      StandInTypeText (0, (CONST CHAR16 *)Script->Events[Script->Next].Data);
+    }
+
     HoldScreen (Script->HoldBefore[Script->Next]);
   }
 
