@@ -5,7 +5,7 @@
 **/
 #include "DriverChecks.h"
 
-#include "ImageLoading.h"
+#include <FirmwareCommon/OwnVolumeFiles.h>
 #include "StringChecks.h"
 #include "TestReport.h"
 

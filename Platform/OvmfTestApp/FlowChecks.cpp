@@ -10,7 +10,7 @@
 **/
 #include "FlowChecks.h"
 
-#include "DemoLogo.h"
+#include <StandIns/DemoLogo.h>
 #include "DriverChecks.h"
 #include "ScreenHold.h"
 #include "TestReport.h"

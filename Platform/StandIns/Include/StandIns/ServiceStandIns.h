@@ -341,6 +341,28 @@ StandInSetPersonalityLogo (IN CONST VOID *Data OPTIONAL, IN UINTN Size, IN UINT3
 VOID StandInRemovePersonalityLogo (VOID);
 
 //
+// MODULE_REGISTRY_PROTOCOL: keeps the list head of the last Register and
+// counts its records; Unregister of that head forgets it (another head:
+// EFI_NOT_FOUND).
+//
+typedef struct {
+  UINTN Registrations;
+  UINTN Unregistrations;
+  LIST_ENTRY *ListHead; ///< registered now, or null
+  UINTN RecordCount;    ///< records on that list when it was registered
+} STAND_IN_MODULE_REGISTRY;
+
+EFI_STATUS
+EFIAPI
+InstallModuleRegistryStandIn (IN OUT EFI_HANDLE *Handle);
+
+EFI_STATUS
+EFIAPI
+UninstallModuleRegistryStandIn (IN EFI_HANDLE Handle);
+
+VOID StandInGetModuleRegistry (OUT STAND_IN_MODULE_REGISTRY *State);
+
+//
 // The flash client: what a firmware-update driver does with
 // FLASH_UPDATE_PAGE_PROTOCOL, played from a script so that host tests and
 // firmware test applications drive the page alike. StandInRunFlashClient

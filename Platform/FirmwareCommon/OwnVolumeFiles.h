@@ -1,8 +1,8 @@
 /** @file
-  Reading a file from the test application's own volume.
+  Reading a whole file from the volume that the running image was loaded from.
 **/
-#ifndef OVMF_IMAGE_LOADING_H_
-#define OVMF_IMAGE_LOADING_H_
+#ifndef FIRMWARE_OWN_VOLUME_FILES_H_
+#define FIRMWARE_OWN_VOLUME_FILES_H_
 
 #include <Uefi.h>
 

@@ -1,9 +1,9 @@
 /** @file
-  A small BMP logo of our own, made at run time, that the personality module
-  stand-in hands to the UI driver in the firmware test.
+  A BMP logo of our own, made at run time, that the personality module
+  stand-in hands to the UI driver in firmware (144 x 144, 24 bits per pixel).
 **/
-#ifndef OVMF_DEMO_LOGO_H_
-#define OVMF_DEMO_LOGO_H_
+#ifndef STAND_IN_DEMO_LOGO_H_
+#define STAND_IN_DEMO_LOGO_H_
 
 #include <Uefi.h>
 

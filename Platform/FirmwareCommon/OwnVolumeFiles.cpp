@@ -2,7 +2,7 @@
   Reads a file from the volume that the test application was booted from: the
   driver image under test lies beside it on the same FAT volume.
 **/
-#include "ImageLoading.h"
+#include "OwnVolumeFiles.h"
 
 #include <Guid/FileInfo.h>
 #include <Library/MemoryAllocationLib.h>
