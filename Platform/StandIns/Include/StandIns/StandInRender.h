@@ -55,5 +55,4 @@ VOID EFIAPI StandInRenderActivePage (VOID);
 BOOLEAN
 StandInParseThemeColours (IN CONST CHAR16 *Theme OPTIONAL, IN OUT UINT32 *Background, IN OUT UINT32 *Foreground);
 
-VOID EFIAPI StandInDrawScreen (IN CONST CHAR8 *Name, IN CONST CHAR16 *Title, IN CONST CHAR16 *CONST *Lines, IN UINTN LineCount, IN UINTN Selected); // TEMPORARY
 #endif
