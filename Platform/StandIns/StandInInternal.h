@@ -378,4 +378,35 @@ StandInDispatchEvent (IN OUT UI_EVENT *Event);
 /** Releases the delivery history. **/
 VOID StandInReleaseDeliveries (VOID);
 
+//
+// Keys on the active prompt page (PromptKeys.cpp), as the firmware event
+// source hands them over.
+//
+
+#define STAND_IN_FIELD_LIMIT 256U ///< the most characters a submitted text carries
+
+typedef enum {
+  StandInKeyPassed, ///< not the prompt's: the key goes out as a key event
+  StandInKeyTyped,  ///< the field took it; no event
+  StandInKeyEvent   ///< it became *Event (Enter submits, Escape cancels)
+} STAND_IN_KEY_USE;
+
+/**
+  Takes a key for the active page when it is a prompt page: printable
+  characters (up to the length given to ShowPrompt) and Backspace edit the
+  password field and redraw it, Enter makes a text-submitted event with a copy
+  of the field's text, Escape an activation of the cancel control.
+**/
+STAND_IN_KEY_USE
+StandInPromptKey (IN UINT16 ScanCode, IN CHAR16 Character, OUT UI_EVENT *Event);
+
+/**
+  Empties the field of the last submit when its handler left the submitted
+  text in it; called before the next event is taken.
+**/
+VOID StandInSettleSubmittedText (VOID);
+
+/** Forgets a submit without looking at its field (a new event source starts). **/
+VOID StandInForgetSubmittedText (VOID);
+
 #endif

@@ -97,6 +97,23 @@ StandInRenderActivePage (VOID)
     RenderPage (&mDevice.Canvas, Page);
   }
 
+  RenderPresent ();
+  RenderLogPage (Page);
+}
+
+RENDER_CANVAS *
+RenderActiveCanvas (VOID)
+{
+  return (mDevice.Gop == nullptr) ? nullptr : &mDevice.Canvas;
+}
+
+VOID
+RenderPresent (VOID)
+{
+  if (mDevice.Gop == nullptr) {
+    return;
+  }
+
   mDevice.Gop->Blt (mDevice.Gop, mDevice.Canvas.Pixels, EfiBltBufferToVideo, 0, 0, 0, 0, mDevice.Canvas.Width,
                     mDevice.Canvas.Height, mDevice.Canvas.Width * sizeof (EFI_GRAPHICS_OUTPUT_BLT_PIXEL));
 }

@@ -32,6 +32,16 @@ typedef struct {
 } RENDER_BOX;
 
 //
+// RenderDevice.cpp
+//
+
+/** @return the back buffer while rendering is on, else null. **/
+RENDER_CANVAS *RenderActiveCanvas (VOID);
+
+/** Copies the back buffer to the screen with one Blt; nothing while rendering is off. **/
+VOID RenderPresent (VOID);
+
+//
 // Canvas.cpp
 //
 
@@ -117,5 +127,22 @@ VOID RenderPage (IN RENDER_CANVAS *Canvas, IN STAND_IN_PAGE *Page);
 
 /** Draws a prompt page. **/
 VOID RenderPromptPage (IN RENDER_CANVAS *Canvas, IN STAND_IN_PAGE *Page);
+
+//
+// DrawLog.cpp, DrawLogSink.cpp
+//
+
+/** Writes the draw log line of a page that was just drawn. **/
+VOID RenderLogPage (IN STAND_IN_PAGE *Page);
+
+/** Hands a finished draw log line (null-terminated, Length bytes) to the sink. **/
+VOID RenderWriteLog (IN CONST CHAR8 *Line, IN UINTN Length);
+
+/** Writes the draw log line of a screen that was just drawn. **/
+VOID RenderLogScreen (IN CONST CHAR8 *Name,
+                      IN CONST CHAR16 *Title OPTIONAL,
+                      IN CONST CHAR16 *CONST *Lines OPTIONAL,
+                      IN UINTN LineCount,
+                      IN UINTN Selected);
 
 #endif

@@ -55,4 +55,54 @@ VOID EFIAPI StandInRenderActivePage (VOID);
 BOOLEAN
 StandInParseThemeColours (IN CONST CHAR16 *Theme OPTIONAL, IN OUT UINT32 *Background, IN OUT UINT32 *Foreground);
 
+/**
+  Draws a full-screen page of another platform service (Setup, boot menu,
+  diagnostics) while rendering is on: a title bar with Title, the lines below
+  it (Selected, when it is below LineCount, highlighted and kept in view;
+  MAX_UINTN for none; lines that do not fit are left out) and a hint line at
+  the bottom, on the pages' dark background. Null texts draw nothing. Then
+  writes the draw log line of the screen under Name ("screen" when null).
+**/
+VOID EFIAPI StandInDrawScreen (
+  IN CONST CHAR8 *Name, IN CONST CHAR16 *Title, IN CONST CHAR16 *CONST *Lines, IN UINTN LineCount, IN UINTN Selected);
+
+//
+// Draw log: after every redraw of a page or a screen, one ASCII line
+//   KESTUI-DRAW <name> | <field> | <field> ...<CR><LF>
+// of at most STAND_IN_DRAW_LOG_LIMIT bytes (CR LF included; a longer line is
+// cut before them). <name> is "welcome" for a page of theme id 2, "flash" for
+// theme id 8, "prompt" for a prompt page, "page" for other pages, or the name
+// given to StandInDrawScreen. The fields follow the drawing order, one per
+// visible control: a text control's text with " #RRGGBB" after it when its
+// text colour was set (0x73740011); "bar=<value>" for a progress bar;
+// "image=<width>x<height>" for an image control showing an image. A prompt
+// page gives its title, message and caption texts, then "field=<characters>".
+// A screen gives its title, then each line, the selected one after "> ".
+// Texts lose their trailing spaces; characters outside 0x20 to 0x7E become
+// '?' and '|' becomes '/'.
+//
+
+#define STAND_IN_DRAW_LOG_LIMIT 600U
+
+/**
+  Receives each draw log line.
+
+  @param[in] Context  What was given to StandInSetDrawLogSink.
+  @param[in] Line     The line, CR LF included, null-terminated.
+  @param[in] Length   Its length in bytes without the terminator.
+**/
+typedef VOID (EFIAPI *STAND_IN_DRAW_LOG_SINK) (IN VOID *Context, IN CONST CHAR8 *Line, IN UINTN Length);
+
+/**
+  Sets where draw log lines go; null drops them. Inside firmware they go to
+  StandInSerialDrawLogSink until this is called; in host builds nowhere.
+**/
+VOID EFIAPI StandInSetDrawLogSink (IN STAND_IN_DRAW_LOG_SINK Sink OPTIONAL, IN VOID *Context OPTIONAL);
+
+/**
+  Writes a line to the first EFI_SERIAL_IO_PROTOCOL found (not to the console
+  output, which would draw over the page); nothing when there is none.
+**/
+VOID EFIAPI StandInSerialDrawLogSink (IN VOID *Context, IN CONST CHAR8 *Line, IN UINTN Length);
+
 #endif

@@ -1,0 +1,152 @@
+/** @file
+  The firmware event source (StandInFirmwareEvents.h): polls the console input
+  and the real-time clock, stalling between polls. Polling keeps the source
+  free of timer events, which the host platform does not simulate; its Stall
+  moves the host clock on instead.
+**/
+#include <Library/UefiBootServicesTableLib.h>
+#include <Library/UefiRuntimeServicesTableLib.h>
+#include <Protocol/SimpleTextIn.h>
+#include <Protocol/SimpleTextInEx.h>
+#include <StandIns/StandInFirmwareEvents.h>
+
+#include "StandInInternal.h"
+
+#define POLL_INTERVAL_MICROSECONDS 10000U
+#define CLOCK_FAILURE_LIMIT 100U ///< polls in a row without the time: a second
+
+typedef struct {
+  BOOLEAN HaveSecond; ///< LastSecond holds a reading of the clock
+  UINT8 LastSecond;
+  EFI_TIME Tick; ///< what the last tick's Data points to
+} FIRMWARE_EVENTS;
+
+STATIC FIRMWARE_EVENTS mFirmwareEvents;
+
+///
+/// The console input of one request for an event: the extended protocol when
+/// the console input handle has it, else the system table's ConIn.
+///
+typedef struct {
+  EFI_SIMPLE_TEXT_INPUT_EX_PROTOCOL *InputEx;
+  EFI_SIMPLE_TEXT_INPUT_PROTOCOL *Input;
+} KEY_READER;
+
+STATIC
+VOID
+FindKeyReader (OUT KEY_READER *Reader)
+{
+  EFI_SIMPLE_TEXT_INPUT_EX_PROTOCOL *InputEx = nullptr;
+
+  Reader->InputEx = nullptr;
+  Reader->Input = nullptr;
+  if ((gST->ConsoleInHandle != nullptr) &&
+      !EFI_ERROR (gBS->HandleProtocol (gST->ConsoleInHandle, &gEfiSimpleTextInputExProtocolGuid, (VOID **)&InputEx)) &&
+      (InputEx != nullptr) && (InputEx->ReadKeyStrokeEx != nullptr)) {
+    Reader->InputEx = InputEx;
+    return;
+  }
+
+  if ((gST->ConIn != nullptr) && (gST->ConIn->ReadKeyStroke != nullptr)) {
+    Reader->Input = gST->ConIn;
+  }
+}
+
+STATIC
+BOOLEAN
+ReadKey (IN CONST KEY_READER *Reader, OUT EFI_INPUT_KEY *Key)
+{
+  EFI_KEY_DATA KeyData;
+
+  if (Reader->InputEx != nullptr) {
+    if (EFI_ERROR (Reader->InputEx->ReadKeyStrokeEx (Reader->InputEx, &KeyData))) {
+      return FALSE;
+    }
+
+    *Key = KeyData.Key;
+    return TRUE;
+  }
+
+  return (Reader->Input != nullptr) && !EFI_ERROR (Reader->Input->ReadKeyStroke (Reader->Input, Key));
+}
+
+/**
+  @return TRUE when Now is in another second than the last one counted, with
+  the tick in *Event.
+**/
+STATIC
+BOOLEAN
+TakeTick (IN CONST EFI_TIME *Now, OUT UI_EVENT *Event)
+{
+  BOOLEAN First = !mFirmwareEvents.HaveSecond;
+
+  if (!First && (Now->Second == mFirmwareEvents.LastSecond)) {
+    return FALSE;
+  }
+
+  mFirmwareEvents.HaveSecond = TRUE;
+  mFirmwareEvents.LastSecond = Now->Second;
+  if (First) {
+    return FALSE;
+  }
+
+  mFirmwareEvents.Tick = *Now;
+  *Event = UI_EVENT{0, 0, UI_EVENT_TIMER_TICK, (UINTN)&mFirmwareEvents.Tick};
+  return TRUE;
+}
+
+STATIC
+BOOLEAN
+EFIAPI
+NextFirmwareEvent (IN VOID *Context, OUT UI_EVENT *Event)
+{
+  KEY_READER Reader;
+  EFI_INPUT_KEY Key;
+  EFI_TIME Now;
+  UINTN ClockFailures = 0;
+
+  (VOID) Context;
+  StandInSettleSubmittedText ();
+  FindKeyReader (&Reader);
+  for (;;) {
+    if (ReadKey (&Reader, &Key)) {
+      switch (StandInPromptKey (Key.ScanCode, Key.UnicodeChar, Event)) {
+        case StandInKeyEvent:
+          return TRUE;
+        case StandInKeyTyped:
+          continue;
+        case StandInKeyPassed:
+        default:
+          *Event = UI_EVENT{0, 0, UI_EVENT_KEY, ((UINTN)Key.ScanCode << 16) | Key.UnicodeChar};
+          return TRUE;
+      }
+    }
+
+    if (EFI_ERROR (gRT->GetTime (&Now, nullptr))) {
+      if (++ClockFailures >= CLOCK_FAILURE_LIMIT) {
+        return FALSE;
+      }
+    } else {
+      ClockFailures = 0;
+      if (TakeTick (&Now, Event)) {
+        return TRUE;
+      }
+    }
+
+    gBS->Stall (POLL_INTERVAL_MICROSECONDS);
+  }
+}
+
+EFI_STATUS
+EFIAPI
+StandInUseFirmwareEvents (VOID)
+{
+  if ((gST == nullptr) || (gBS == nullptr) || (gRT == nullptr)) {
+    return EFI_NOT_READY;
+  }
+
+  mFirmwareEvents.HaveSecond = FALSE;
+  StandInForgetSubmittedText ();
+  StandInSetEventSource (NextFirmwareEvent, nullptr);
+  return EFI_SUCCESS;
+}
