@@ -95,6 +95,31 @@ TakeTick (IN CONST EFI_TIME *Now, OUT UI_EVENT *Event)
   return TRUE;
 }
 
+/**
+  A framework raises clock and key events on a control of the page on the
+  screen, the way its own timers and focus do: the first control of the
+  active page that has a handler, or none (0) for a prompt page or a page
+  without one, whose events go to the page's handler.
+**/
+STATIC
+UINTN
+RaisingControl (VOID)
+{
+  STAND_IN_PAGE *Active = StandInLookUpLivePage (gStandInFramework.State.ActivePage);
+
+  if ((Active == nullptr) || Active->IsPrompt) {
+    return 0;
+  }
+
+  for (UINTN Index = 0; Index < Active->ControlCount; Index++) {
+    if (Active->Controls[Index]->Handler != nullptr) {
+      return Active->Controls[Index]->Handle;
+    }
+  }
+
+  return 0;
+}
+
 STATIC
 BOOLEAN
 EFIAPI
@@ -117,7 +142,7 @@ NextFirmwareEvent (IN VOID *Context, OUT UI_EVENT *Event)
           continue;
         case StandInKeyPassed:
         default:
-          *Event = UI_EVENT{0, 0, UI_EVENT_KEY, ((UINTN)Key.ScanCode << 16) | Key.UnicodeChar};
+          *Event = UI_EVENT{0, RaisingControl (), UI_EVENT_KEY, ((UINTN)Key.ScanCode << 16) | Key.UnicodeChar};
           return TRUE;
       }
     }
@@ -129,6 +154,7 @@ NextFirmwareEvent (IN VOID *Context, OUT UI_EVENT *Event)
     } else {
       ClockFailures = 0;
       if (TakeTick (&Now, Event)) {
+        Event->Control = RaisingControl ();
         return TRUE;
       }
     }
