@@ -21,6 +21,18 @@ RenderScale (IN CONST STAND_IN_CONTROL *Control, IN UINT32 Tag)
   return (RenderAttribute (Control, Tag, 2, 0) >= RENDER_LARGE_FONT) ? 2 : 1;
 }
 
+BOOLEAN
+RenderIsVisible (IN CONST STAND_IN_CONTROL *Control)
+{
+  return RenderAttribute (Control, UI_PROPERTY_VISIBLE, 0, 1) != 0;
+}
+
+UINT32
+RenderColour (IN CONST STAND_IN_CONTROL *Control, IN UINT32 Tag, IN UINT32 Default)
+{
+  return (UINT32)RenderAttribute (Control, Tag, 0, Default) & 0xFFFFFFU;
+}
+
 CONST CHAR16 *
 RenderControlText (IN STAND_IN_CONTROL *Control)
 {
@@ -90,10 +102,11 @@ VOID
 RenderControl (IN RENDER_CANVAS *Canvas,
                IN STAND_IN_CONTROL *Control,
                IN CONST RENDER_BOX *Box,
+               IN UINTN Align,
                IN UINT32 Background,
                IN UINT32 Foreground)
 {
-  UINT32 Colour = (UINT32)RenderAttribute (Control, UI_STYLE_TEXT_COLOR, 0, Foreground) & 0xFFFFFFU;
+  UINT32 Colour = RenderColour (Control, UI_STYLE_TEXT_COLOR, Foreground);
 
   switch (Control->Kind) {
     case StandInControlImage:
@@ -104,10 +117,11 @@ RenderControl (IN RENDER_CANVAS *Canvas,
       break;
     case StandInControlText:
     case StandInControlButton:
-      RenderText (Canvas, Box, RenderControlText (Control), Colour, Background, RenderScale (Control, UI_STYLE_FONT));
+      RenderText (Canvas, Box, RenderControlText (Control), Colour, Background, RenderScale (Control, UI_STYLE_FONT),
+                  Align, nullptr);
       break;
     case StandInControlField:
-      Colour = (UINT32)RenderAttribute (Control, UI_STYLE_FIELD_COLOR, 0, Foreground) & 0xFFFFFFU;
+      Colour = RenderColour (Control, UI_STYLE_FIELD_COLOR, Foreground);
       RenderFrame (Canvas, Box, 1, Colour);
       break;
     default:

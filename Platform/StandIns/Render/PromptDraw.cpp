@@ -1,9 +1,13 @@
 /** @file
   The prompt page: a framed box in the middle of the screen with the title,
   the message and the caption (controls 1711 to 1713; their own text when one
-  was set, else what ShowPrompt received) and the password field (1714), whose
-  characters are shown as '*'.
+  was set, else what ShowPrompt received), the password field (1714), whose
+  characters are shown as '*' followed by a caret, and the cancel and submit
+  buttons (1715, 1716) side by side below it. A hidden control is left out
+  and the others keep their places.
 **/
+#include <Library/CompileTimeLib.h>
+
 #include "RenderInternal.h"
 
 #define PROMPT_BOX_WIDTH_PERCENT 60U
@@ -11,64 +15,161 @@
 #define PROMPT_BOX_COLOUR 0x202020U
 #define PROMPT_FIELD_WIDTH_PERCENT 60U
 #define PROMPT_LINE_PADDING 10U
-#define PROMPT_MASK_LIMIT 64U ///< at most this many '*' are drawn
+#define PROMPT_FIELD_INSET 8U    ///< pixels between the field's edge and its text
+#define PROMPT_CARET_WIDTH 2U    ///< pixels
+#define PROMPT_BUTTON_WIDTH 120U ///< pixels, each button
+#define PROMPT_MASK_LIMIT 64U    ///< at most this many '*' are drawn
 
-/**
-  Draws one text of the prompt box at *Y, wrapped into up to Lines lines, and
-  moves *Y below it.
-**/
+STATIC constexpr auto mCancelLabel = CompileTime::MakeWideString (u"Cancel");
+STATIC constexpr auto mSubmitLabel = CompileTime::MakeWideString (u"OK");
+
+//
+// Where each part of the prompt goes, worked out before anything is drawn so
+// that the one text image of the redraw can be reserved for the largest.
+//
+enum { PromptTitle, PromptMessage, PromptCaption, PromptField, PromptCancel, PromptSubmit, PromptParts };
+
+typedef struct {
+  RENDER_BOX Box[PromptParts];
+  UINTN Scale[PromptParts];
+  STAND_IN_CONTROL *Control[PromptParts]; ///< the part's control, or null
+} PROMPT_LAYOUT;
+
+/** Lays the box out: the three texts, the field and the row of buttons, top down. **/
 STATIC
 VOID
-DrawPromptLine (IN RENDER_CANVAS *Canvas,
-                IN CONST RENDER_BOX *Inside,
-                IN STAND_IN_CONTROL *Control,
-                IN CONST CHAR16 *Shown,
-                IN UINT32 Foreground,
-                IN UINTN Lines,
-                IN OUT UINTN *Y)
+LayOutPrompt (IN STAND_IN_PAGE *Page, IN CONST RENDER_BOX *Inside, OUT PROMPT_LAYOUT *Layout)
 {
-  UINTN Scale = (Control != nullptr) ? RenderScale (Control, UI_STYLE_FONT) : 1;
-  RENDER_BOX Line = {Inside->X, *Y, Inside->Width, RENDER_GLYPH_HEIGHT * Scale * Lines + 2 * PROMPT_LINE_PADDING};
+  STATIC CONST UINTN Lines[] = {1, 3, 1}; // the message may be long
+  UINTN Y = Inside->Y;
+
+  for (UINTN Part = 0; Part < PromptParts; Part++) {
+    Layout->Control[Part] = StandInLookUpControl (Page, PROMPT_CONTROL_TEXT_1 + Part);
+    Layout->Scale[Part] = (Layout->Control[Part] != nullptr) ? RenderScale (Layout->Control[Part], UI_STYLE_FONT) : 1;
+  }
+
+  for (UINTN Part = PromptTitle; Part <= PromptCaption; Part++) {
+    UINTN Height = RENDER_GLYPH_HEIGHT * Layout->Scale[Part] * Lines[Part] + 2 * PROMPT_LINE_PADDING;
+
+    Layout->Box[Part] = {Inside->X, Y, Inside->Width, Height};
+    Y += Height;
+  }
+
+  //
+  // The field's text is always drawn in the small font, whatever size the
+  // field's style asks for.
+  //
+  RENDER_BOX *Field = &Layout->Box[PromptField];
+
+  Layout->Scale[PromptField] = 1;
+  Field->Width = (Inside->Width * PROMPT_FIELD_WIDTH_PERCENT) / 100;
+  Field->Height = RENDER_GLYPH_HEIGHT + 2 * PROMPT_LINE_PADDING;
+  Field->X = Inside->X + (Inside->Width - Field->Width) / 2;
+  Field->Y = Y + RENDER_GAP;
+  Y = Field->Y + Field->Height + RENDER_GAP;
+
+  //
+  // Cancel on the left, submit on the right, the pair centred under the field.
+  //
+  UINTN Pair = 2 * PROMPT_BUTTON_WIDTH + RENDER_GAP;
+  UINTN Left = Inside->X + ((Inside->Width > Pair) ? (Inside->Width - Pair) / 2 : 0);
+
+  Layout->Box[PromptCancel] = {Left, Y, PROMPT_BUTTON_WIDTH, Field->Height};
+  Layout->Box[PromptSubmit] = {Left + PROMPT_BUTTON_WIDTH + RENDER_GAP, Y, PROMPT_BUTTON_WIDTH, Field->Height};
+  Layout->Scale[PromptCancel] = 1;
+  Layout->Scale[PromptSubmit] = 1;
+}
+
+/** Draws one of the three texts: its control's own text, else what ShowPrompt received. **/
+STATIC
+VOID
+DrawPromptText (
+  IN RENDER_CANVAS *Canvas, IN CONST PROMPT_LAYOUT *Layout, IN UINTN Part, IN CONST CHAR16 *Shown, IN UINT32 Foreground)
+{
+  STAND_IN_CONTROL *Control = Layout->Control[Part];
   CONST CHAR16 *Text = Shown;
   UINT32 Colour = Foreground;
 
   if (Control != nullptr) {
     CONST CHAR16 *Own = RenderControlText (Control);
 
-    Text = (Own != nullptr) ? Own : Shown;
-    Colour = (UINT32)RenderAttribute (Control, UI_STYLE_TEXT_COLOR, 0, Foreground) & 0xFFFFFFU;
-    if (RenderAttribute (Control, UI_PROPERTY_VISIBLE, 0, 1) == 0) {
-      Text = nullptr;
+    if (!RenderIsVisible (Control)) {
+      return;
     }
+
+    Text = (Own != nullptr) ? Own : Shown;
+    Colour = RenderColour (Control, UI_STYLE_TEXT_COLOR, Foreground);
   }
 
-  RenderText (Canvas, &Line, Text, Colour, PROMPT_BOX_COLOUR, Scale);
-  *Y += Line.Height;
+  RenderText (Canvas, &Layout->Box[Part], Text, Colour, PROMPT_BOX_COLOUR, Layout->Scale[Part], 0, nullptr);
 }
 
+/** Draws the field's frame, one '*' per character typed and the caret after them. **/
 STATIC
 VOID
-DrawField (IN RENDER_CANVAS *Canvas, IN CONST RENDER_BOX *Inside, IN STAND_IN_CONTROL *Field, IN UINTN Y)
+DrawField (IN RENDER_CANVAS *Canvas, IN CONST PROMPT_LAYOUT *Layout)
 {
+  CONST RENDER_BOX *Box = &Layout->Box[PromptField];
+  STAND_IN_CONTROL *Field = Layout->Control[PromptField];
   CHAR16 Mask[PROMPT_MASK_LIMIT + 1];
   UINTN Count = 0;
-  RENDER_BOX Box;
   UINT32 Colour = RENDER_DEFAULT_FOREGROUND;
+  UINTN End;
 
-  Box.Width = (Inside->Width * PROMPT_FIELD_WIDTH_PERCENT) / 100;
-  Box.Height = RENDER_GLYPH_HEIGHT + 2 * PROMPT_LINE_PADDING;
-  Box.X = Inside->X + (Inside->Width - Box.Width) / 2;
-  Box.Y = Y;
   if (Field != nullptr) {
-    Colour = (UINT32)RenderAttribute (Field, UI_STYLE_FIELD_COLOR, 0, Colour) & 0xFFFFFFU;
+    if (!RenderIsVisible (Field)) {
+      return;
+    }
+
+    Colour = RenderColour (Field, UI_STYLE_FIELD_COLOR, Colour);
     while ((Field->TextCopy != nullptr) && (Count < PROMPT_MASK_LIMIT) && (Field->TextCopy[Count] != 0)) {
       Mask[Count++] = u'*';
     }
   }
 
   Mask[Count] = 0;
-  RenderFrame (Canvas, &Box, 2, Colour);
-  RenderText (Canvas, &Box, Mask, Colour, PROMPT_BOX_COLOUR, 1);
+  RenderFrame (Canvas, Box, 2, Colour);
+  if (Box->Width <= 2 * PROMPT_FIELD_INSET + PROMPT_CARET_WIDTH) {
+    return;
+  }
+
+  RENDER_BOX Text = {Box->X + PROMPT_FIELD_INSET, Box->Y, Box->Width - 2 * PROMPT_FIELD_INSET, Box->Height};
+
+  RenderText (Canvas, &Text, Mask, Colour, PROMPT_BOX_COLOUR, 1, RENDER_TEXT_LEFT, &End);
+
+  //
+  // The caret sits one pixel after the last '*' (at the text's start when the
+  // field is empty), as tall as a line, and never past the field's text area.
+  //
+  UINTN Last = Text.X + Text.Width - PROMPT_CARET_WIDTH;
+  RENDER_BOX Caret = {(End + 1 < Last) ? End + 1 : Last, Box->Y + (Box->Height - RENDER_GLYPH_HEIGHT) / 2,
+                      PROMPT_CARET_WIDTH, RENDER_GLYPH_HEIGHT};
+
+  RenderFill (Canvas, &Caret, Colour);
+}
+
+/** Draws a framed button with its label centred, unless its control is hidden. **/
+STATIC
+VOID
+DrawButton (
+  IN RENDER_CANVAS *Canvas, IN CONST PROMPT_LAYOUT *Layout, IN UINTN Part, IN CONST CHAR16 *Label, IN UINT32 Foreground)
+{
+  STAND_IN_CONTROL *Button = Layout->Control[Part];
+  UINT32 Colour = Foreground;
+
+  if (Button != nullptr) {
+    CONST CHAR16 *Own = RenderControlText (Button);
+
+    if (!RenderIsVisible (Button)) {
+      return;
+    }
+
+    Label = (Own != nullptr) ? Own : Label;
+    Colour = RenderColour (Button, UI_STYLE_TEXT_COLOR, Foreground);
+  }
+
+  RenderFrame (Canvas, &Layout->Box[Part], 1, Colour);
+  RenderText (Canvas, &Layout->Box[Part], Label, Colour, PROMPT_BOX_COLOUR, 1, 0, nullptr);
 }
 
 VOID
@@ -76,12 +177,12 @@ RenderPromptPage (IN RENDER_CANVAS *Canvas, IN STAND_IN_PAGE *Page)
 {
   RENDER_BOX Whole = {0, 0, Canvas->Width, Canvas->Height};
   CONST CHAR16 *Shown[] = {Page->Prompt.Title, Page->Prompt.Message, Page->Prompt.Caption};
-  STATIC CONST UINTN Lines[] = {1, 3, 1}; // the message may be long
+  PROMPT_LAYOUT Layout;
   RENDER_BOX Box;
   RENDER_BOX Inside;
   UINT32 Background;
   UINT32 Foreground;
-  UINTN Y;
+  UINTN Largest = 0;
 
   RenderThemeColours (Page, &Background, &Foreground);
   RenderFill (Canvas, &Whole, Background);
@@ -90,15 +191,28 @@ RenderPromptPage (IN RENDER_CANVAS *Canvas, IN STAND_IN_PAGE *Page)
   Box.Height = (Canvas->Height * PROMPT_BOX_HEIGHT_PERCENT) / 100;
   Box.X = (Canvas->Width - Box.Width) / 2;
   Box.Y = (Canvas->Height - Box.Height) / 2;
+  if ((Box.Width <= 2 * RENDER_GAP) || (Box.Height <= 2 * RENDER_GAP)) {
+    return;
+  }
+
   RenderFill (Canvas, &Box, PROMPT_BOX_COLOUR);
   RenderFrame (Canvas, &Box, 2, Foreground);
 
   Inside = {Box.X + RENDER_GAP, Box.Y + RENDER_GAP, Box.Width - 2 * RENDER_GAP, Box.Height - 2 * RENDER_GAP};
-  Y = Inside.Y;
-  for (UINTN Index = 0; Index < ARRAY_SIZE (Shown); Index++) {
-    DrawPromptLine (Canvas, &Inside, StandInLookUpControl (Page, PROMPT_CONTROL_TEXT_1 + Index), Shown[Index],
-                    Foreground, Lines[Index], &Y);
+  LayOutPrompt (Page, &Inside, &Layout);
+  for (UINTN Part = 0; Part < PromptParts; Part++) {
+    UINTN Pixels = RenderTextPixels (&Layout.Box[Part], Layout.Scale[Part]);
+
+    Largest = (Pixels > Largest) ? Pixels : Largest;
   }
 
-  DrawField (Canvas, &Inside, StandInLookUpControl (Page, PROMPT_CONTROL_PASSWORD), Y + RENDER_GAP);
+  RenderReserveTexts (Canvas, Largest);
+  for (UINTN Part = PromptTitle; Part <= PromptCaption; Part++) {
+    DrawPromptText (Canvas, &Layout, Part, Shown[Part], Foreground);
+  }
+
+  DrawField (Canvas, &Layout);
+  DrawButton (Canvas, &Layout, PromptCancel, mCancelLabel.Text, Foreground);
+  DrawButton (Canvas, &Layout, PromptSubmit, mSubmitLabel.Text, Foreground);
+  RenderReleaseTexts (Canvas);
 }

@@ -13,6 +13,7 @@
 
 #define RENDER_GAP 16U          ///< pixels between stacked controls
 #define RENDER_GLYPH_HEIGHT 19U ///< height of a line of the system font
+#define RENDER_GLYPH_WIDTH 8U   ///< width of a narrow glyph of the system font
 #define RENDER_LARGE_FONT 22U   ///< font sizes from here on are drawn twice as large
 #define RENDER_DEFAULT_BACKGROUND 0x000000U
 #define RENDER_DEFAULT_FOREGROUND 0xFFFFFFU
@@ -22,6 +23,13 @@ typedef struct {
   UINTN Width;
   UINTN Height;
   EFI_HII_FONT_PROTOCOL *Font; ///< null: texts are left out
+  ///
+  /// Image that the font driver draws texts into: reserved once per redraw
+  /// for the largest text of the page (RenderReserveTexts), so texts do not
+  /// each allocate their own. Null between redraws.
+  ///
+  EFI_GRAPHICS_OUTPUT_BLT_PIXEL *TextImage;
+  UINTN TextImagePixels;
 } RENDER_CANVAS;
 
 typedef struct {
@@ -80,16 +88,37 @@ VOID RenderImageFit (IN RENDER_CANVAS *Canvas,
 // TextDraw.cpp
 //
 
+#define RENDER_TEXT_LEFT 0x1U ///< rows start at the box's left edge (else centred)
+#define RENDER_TEXT_TOP 0x2U  ///< rows start at the box's top (else centred)
+
+/** @return the pixels of the image that a text in Box at Scale needs. **/
+UINTN RenderTextPixels (IN CONST RENDER_BOX *Box, IN UINTN Scale);
+
 /**
-  Draws Text with the HII system font, centred in Box, Scale times as large,
-  on Background (the glyph cells are filled with it).
+  Reserves the text image for a redraw whose largest text needs Pixels;
+  texts drawn without it (no pool) are left out.
+**/
+VOID RenderReserveTexts (IN RENDER_CANVAS *Canvas, IN UINTN Pixels);
+
+/** Releases the text image at the end of a redraw. **/
+VOID RenderReleaseTexts (IN RENDER_CANVAS *Canvas);
+
+/**
+  Draws Text with the HII system font in Box (wrapped at its width), Scale
+  times as large, on Background (the glyph cells are filled with it); Align
+  holds RENDER_TEXT_ flags.
+
+  @param[out] End  OPTIONAL; the column just right of the last row drawn, or
+                   the box's left edge when nothing was drawn.
 **/
 VOID RenderText (IN RENDER_CANVAS *Canvas,
                  IN CONST RENDER_BOX *Box,
                  IN CONST CHAR16 *Text,
                  IN UINT32 Foreground,
                  IN UINT32 Background,
-                 IN UINTN Scale);
+                 IN UINTN Scale,
+                 IN UINTN Align,
+                 OUT UINTN *End OPTIONAL);
 
 //
 // ThemeColours.cpp
@@ -111,10 +140,17 @@ UINTN RenderScale (IN CONST STAND_IN_CONTROL *Control, IN UINT32 Tag);
 /** @return the control's text (copy or HII reference), or null. **/
 CONST CHAR16 *RenderControlText (IN STAND_IN_CONTROL *Control);
 
-/** Draws one control of an ordinary page into Box. **/
+/** @return TRUE unless Control was hidden (0x70720001 V1 0). **/
+BOOLEAN RenderIsVisible (IN CONST STAND_IN_CONTROL *Control);
+
+/** @return Rgb of a colour attribute (V1 0xRRGGBB) on Control, else Default. **/
+UINT32 RenderColour (IN CONST STAND_IN_CONTROL *Control, IN UINT32 Tag, IN UINT32 Default);
+
+/** Draws one control of an ordinary page into Box; Align holds RENDER_TEXT_ flags for a text. **/
 VOID RenderControl (IN RENDER_CANVAS *Canvas,
                     IN STAND_IN_CONTROL *Control,
                     IN CONST RENDER_BOX *Box,
+                    IN UINTN Align,
                     IN UINT32 Background,
                     IN UINT32 Foreground);
 
@@ -122,7 +158,7 @@ VOID RenderControl (IN RENDER_CANVAS *Canvas,
 // PageLayout.cpp, PromptDraw.cpp
 //
 
-/** Draws an ordinary page: background and its controls stacked. **/
+/** Draws an ordinary page: background and its controls where StandInRender.h's layout puts them. **/
 VOID RenderPage (IN RENDER_CANVAS *Canvas, IN STAND_IN_PAGE *Page);
 
 /** Draws a prompt page. **/

@@ -6,20 +6,43 @@
   framework stand-in redraws the active page into a back buffer in pool and
   copies it to the screen with one Blt.
 
-  Layout (the whole of it; the page engine's other layout tags are kept but not
+  Layout of an ordinary page (the whole of it; sizes and offsets are in
+  percent of the screen, the other tags the page engine takes are kept but not
   used for drawing):
   - The page is filled with the theme's background (BGCL of the page's theme
-    string in the "tm-CL" language); texts default to its FGCL colour.
-  - Controls are stacked top to bottom in creation order, RENDER_GAP pixels
-    apart, the stack centred vertically. Each control is centred horizontally
-    and takes the width and height percentages of 0x70720008 (4, w%, h%) of the
-    screen when they were set; otherwise a text takes one line and 90% of the
-    width, a progress bar 60% x 2%, an image 30% x 30%. A hidden control
-    (0x70720001 V1 0) keeps its room, so nothing moves when it is shown.
-  - A font size (V3 of 0x7374001D) of 22 or more draws the system font twice
-    as large.
-  - The prompt page is a centred box with title, message, caption and the
-    password field, whose characters are shown as '*'.
+    string in the "tm-CL" language); texts default to its FGCL colour, or to
+    their own 0x73740011 colour (a field: 0x7374001F).
+  - Size: 0x70720008 (4, w%, h%) when set; otherwise a text takes one line and
+    90% of the width, a progress bar 60% x 2%, an image 30% x 30%. Margins
+    0x7072000C (top%, left%, right%) are taken off inside that room.
+  - Place: V1 of the last 0x73740000 written decides.
+    - 0x100 (x%, y%): the room's top-left corner at that point of the screen
+      (the logo's (30, 18) with its 40% width centres it in the upper part).
+    - 1: the title, centred at 4% from the top.
+    - 0x40 (side, control): below that control's room, 16 pixels apart;
+      side 3 lines the left edges of the two drawn boxes up and starts the
+      text's rows at the left, any other side centres it under the control.
+    - 4: right of the page's first progress bar, vertically centred on it, the
+      text's rows starting at the left (the bar's percentage).
+    - anything else (0, 2, 0x0C, 0x20, ...): the control joins the block,
+      which stacks these controls below everything placed above, images
+      first, then texts, then progress bars (creation order within each),
+      each centred, each followed by the controls placed below or beside it;
+      the block as a whole is then centred in the room left below. A control placed from a control that is
+      missing (or beside a bar on a page without one, or from a loop of
+      controls placed from each other) joins the block.
+  - Text: rows are wrapped at the box's width and centred in it; 0x73740001
+    V1 4 or 5 puts them at the top of the box (a tall box hugs what is above
+    it); rows that start at the left drop the text's leading and trailing
+    blanks. A font size (V3 of 0x7374001D) of 22 or more draws the system font
+    twice as large.
+  - A hidden control (0x70720001 V1 0) keeps its room, so nothing moves when
+    it is shown; what is placed below it stays where it is.
+  - Rooms are cut at the screen's right edge; nothing is drawn outside it.
+  The prompt page is a centred box with title, message and caption (1711 to
+  1713), the password field (1714, its characters shown as '*', then a caret)
+  and the cancel and submit buttons (1715, 1716) side by side below it; a
+  hidden one of them is not drawn.
 **/
 #ifndef STAND_IN_RENDER_H_
 #define STAND_IN_RENDER_H_
