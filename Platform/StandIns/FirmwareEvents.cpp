@@ -131,6 +131,15 @@ NextFirmwareEvent (IN VOID *Context, OUT UI_EVENT *Event)
   UINTN ClockFailures = 0;
 
   (VOID) Context;
+
+  //
+  // Once the UI has handed over (Setup, the flash page's exit), nothing is
+  // delivered until a page starts a new session: a loop run then ends at once.
+  //
+  if (gStandInFramework.State.SessionEnded) {
+    return FALSE;
+  }
+
   StandInSettleSubmittedText ();
   FindKeyReader (&Reader);
   for (;;) {

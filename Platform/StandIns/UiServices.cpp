@@ -40,6 +40,7 @@ UiEndSession (VOID)
   }
 
   gStandInFramework.State.EndUiSessions++;
+  gStandInFramework.State.SessionEnded = TRUE;
   return EFI_SUCCESS;
 }
 
@@ -82,6 +83,14 @@ UiSetMode (IN UINTN Mode)
   }
 
   Framework->State.UiModeCount++;
+
+  //
+  // Mode 1 comes before a page is built: a new session.
+  //
+  if (Mode == 1) {
+    Framework->State.SessionEnded = FALSE;
+  }
+
   return EFI_SUCCESS;
 }
 

@@ -41,7 +41,7 @@ DrawTitleBar (IN RENDER_CANVAS *Canvas, IN CONST CHAR16 *Title OPTIONAL)
     Text.Width = Canvas->Width - 2 * RENDER_GAP;
   }
 
-  RenderText (Canvas, &Text, Title, SCREEN_TEXT, SCREEN_TITLE_BAR, 2);
+  RenderText (Canvas, &Text, Title, SCREEN_TEXT, SCREEN_TITLE_BAR, 2, 0, nullptr);
   return Height;
 }
 
@@ -85,7 +85,7 @@ DrawLines (IN RENDER_CANVAS *Canvas,
       RenderFill (Canvas, &Box, Background);
     }
 
-    RenderText (Canvas, &Box, Lines[First + Row], SCREEN_TEXT, Background, 1);
+    RenderText (Canvas, &Box, Lines[First + Row], SCREEN_TEXT, Background, 1, 0, nullptr);
   }
 }
 
@@ -110,6 +110,12 @@ StandInDrawScreen (
 
   Whole = {0, 0, Canvas->Width, Canvas->Height};
   RenderFill (Canvas, &Whole, SCREEN_BACKGROUND);
+
+  //
+  // One text image serves every text of the screen; the widest is the title,
+  // drawn twice as large across the screen.
+  //
+  RenderReserveTexts (Canvas, RenderTextPixels (&Whole, 2));
   TitleHeight = DrawTitleBar (Canvas, Title);
 
   //
@@ -124,11 +130,12 @@ StandInDrawScreen (
 
     RenderFill (Canvas, &Rule, SCREEN_RULE);
     RenderText (Canvas, &Hint, (Selected < LineCount) ? mChoiceHint.Text : mLeaveHint.Text, SCREEN_HINT_TEXT,
-                SCREEN_BACKGROUND, 1);
+                SCREEN_BACKGROUND, 1, 0, nullptr);
     Visible = (HintY - 2 * RENDER_GAP - Top) / ROW_HEIGHT;
   }
 
   DrawLines (Canvas, Lines, LineCount, Selected, Top, Visible);
+  RenderReleaseTexts (Canvas);
   RenderPresent ();
   RenderLogScreen ((Name != nullptr) ? Name : "screen", Title, Lines, LineCount, Selected);
 }

@@ -102,6 +102,7 @@ typedef struct {
   UINTN SessionRequests;     ///< accepted SessionRequest calls
   UINTN SessionArguments[5]; ///< those of the last one: Services, Argument1 to Argument4
   UINTN EndUiSessions;
+  BOOLEAN SessionEnded; ///< EndUiSession came after the last SetUiMode (1): the UI has handed over
   UINTN ResetUiStates;
   UINTN UiModeCount;       ///< SetUiMode calls (see StandInGetUiMode)
   UINTN ImagePackageCount; ///< AddImagePackage calls (see StandInGetImagePackage)
