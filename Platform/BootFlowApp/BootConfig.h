@@ -47,14 +47,12 @@ typedef struct {
   Reads the configuration from Text (not null-terminated). Config starts with
   the defaults: welcome mode, 25 steps of 200 ms, outcome 5.
 **/
-VOID
-ParseBootConfig (IN CONST CHAR8 *Text, IN UINTN Size, OUT BOOT_CONFIG *Config);
+VOID ParseBootConfig (IN CONST CHAR8 *Text, IN UINTN Size, OUT BOOT_CONFIG *Config);
 
 /**
   Writes the settings items, the password and the PCD answer as volatile
   variables for the platform stand-in driver, before it loads.
 **/
-VOID
-PublishBootConfig (IN CONST BOOT_CONFIG *Config);
+VOID PublishBootConfig (IN CONST BOOT_CONFIG *Config);
 
 #endif

@@ -13,15 +13,13 @@
   page closes (countdown, Enter, Escape or a pending hot-key action), and
   ends the welcome flow with FinishWelcomePage, which carries out the action.
 **/
-VOID
-RunWelcomeFlow (IN CONST BOOT_CONFIG *Config);
+VOID RunWelcomeFlow (IN CONST BOOT_CONFIG *Config);
 
 /**
   Plays a firmware update on the flash page for each configured outcome:
   progress 0 to 100 %, the outcome, then the UI event loop until the page
   closes itself.
 **/
-VOID
-RunFlashFlow (IN CONST BOOT_CONFIG *Config);
+VOID RunFlashFlow (IN CONST BOOT_CONFIG *Config);
 
 #endif

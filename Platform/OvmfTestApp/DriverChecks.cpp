@@ -5,9 +5,9 @@
 **/
 #include "DriverChecks.h"
 
-#include <FirmwareCommon/OwnVolumeFiles.h>
 #include "StringChecks.h"
 #include "TestReport.h"
+#include <FirmwareCommon/OwnVolumeFiles.h>
 
 #include <Library/CompileTimeLib.h>
 #include <Library/MemoryAllocationLib.h>

@@ -10,10 +10,10 @@
 **/
 #include "FlowChecks.h"
 
-#include <StandIns/DemoLogo.h>
 #include "DriverChecks.h"
 #include "ScreenHold.h"
 #include "TestReport.h"
+#include <StandIns/DemoLogo.h>
 
 #include <Guid/KestUiGuids.h>
 #include <Library/BaseLib.h>
@@ -110,7 +110,7 @@ NextScriptEvent (IN VOID *Context, OUT UI_EVENT *Event)
     // A submission is shown typed into the field (masked) before it is sent.
     //
     if (Script->Events[Script->Next].EventCode == UI_EVENT_TEXT_SUBMITTED) {
-      StandInTypeText (0, (CONST CHAR16 *)Script->Events[Script->Next].Data);
+      StandInTypeText (0, (CONST CHAR16 *)Script->Events[Script->Next].Data); // NOLINT(performance-no-int-to-ptr)
     }
 
     HoldScreen (Script->HoldBefore[Script->Next]);

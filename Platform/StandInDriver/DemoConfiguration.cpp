@@ -18,8 +18,9 @@ typedef struct {
 } DEMO_SETTING_VARIABLE;
 
 STATIC CONST DEMO_SETTING_VARIABLE mSettingVariables[] = {
-  {1183, DemoVariable::Countdown.Text},  {1563, DemoVariable::WelcomeText.Text},   {1618, DemoVariable::AdminPrompt.Text},
-  {9752, DemoVariable::Caption.Text},    {36930, DemoVariable::DiagnosticsAtBoot.Text},
+  {1183, DemoVariable::Countdown.Text},          {1563, DemoVariable::WelcomeText.Text},
+  {1618, DemoVariable::AdminPrompt.Text},        {9752, DemoVariable::Caption.Text},
+  {36930, DemoVariable::DiagnosticsAtBoot.Text},
 };
 
 //

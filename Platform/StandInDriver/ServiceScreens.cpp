@@ -31,7 +31,8 @@ STATIC constexpr auto mDiagnosticsTitle = CompileTime::MakeWideString (u"Diagnos
 STATIC constexpr auto mSetupTitle = CompileTime::MakeWideString (u"Setup");
 STATIC constexpr auto mNoBootOption = CompileTime::MakeWideString (u"No boot option is configured");
 STATIC constexpr auto mDiagnosticsLine1 = CompileTime::MakeWideString (u"Platform diagnostics are starting.");
-STATIC constexpr auto mDiagnosticsLine2 = CompileTime::MakeWideString (u"Memory, storage and input devices will be tested.");
+STATIC constexpr auto mDiagnosticsLine2 =
+  CompileTime::MakeWideString (u"Memory, storage and input devices will be tested.");
 STATIC constexpr auto mSetupLine1 = CompileTime::MakeWideString (u"Administrator access granted.");
 STATIC constexpr auto mSetupLine3 = CompileTime::MakeWideString (u"Press Esc to leave Setup.");
 STATIC constexpr auto mBootOrderName = CompileTime::MakeWideString (u"BootOrder");
@@ -148,9 +149,11 @@ ShowScreenUntilKey (IN CONST CHAR8 *Name, IN CONST CHAR16 *Title, IN CONST CHAR1
 }
 
 STATIC
-VOID
-EFIAPI
-ObserveStandInCall (IN VOID *Context, IN STAND_IN_OPERATION Operation, IN CONST UINTN *Arguments, IN UINTN ArgumentCount)
+VOID EFIAPI
+ObserveStandInCall (IN VOID *Context,
+                    IN STAND_IN_OPERATION Operation,
+                    IN CONST UINTN *Arguments,
+                    IN UINTN ArgumentCount)
 {
   STATIC CONST CHAR16 *CONST DiagnosticsLines[] = {mDiagnosticsLine1.Text, mDiagnosticsLine2.Text};
 
@@ -165,8 +168,7 @@ ObserveStandInCall (IN VOID *Context, IN STAND_IN_OPERATION Operation, IN CONST 
 }
 
 STATIC
-VOID
-EFIAPI
+VOID EFIAPI
 SetupEntryNotify (IN EFI_EVENT Event, IN VOID *Context)
 {
   CHAR16 Firmware[MENU_ENTRY_LENGTH];

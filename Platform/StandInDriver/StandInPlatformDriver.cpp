@@ -20,7 +20,7 @@
 #include <StandIns/StandInRender.h>
 #include <StandIns/UiFrameworkStandIn.h>
 
-typedef EFI_STATUS(EFIAPI *INSTALL_STAND_IN) (IN OUT EFI_HANDLE *Handle);
+typedef EFI_STATUS (EFIAPI *INSTALL_STAND_IN) (IN OUT EFI_HANDLE *Handle);
 
 typedef struct {
   CONST CHAR8 *Name;

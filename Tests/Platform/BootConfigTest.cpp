@@ -11,8 +11,8 @@
 #include <Library/UefiBootServicesTableLib.h>
 #include <Library/UefiRuntimeServicesTableLib.h>
 #include <Protocol/Settings.h>
-#include <StandIns/ServiceStandIns.h>
 #include <StandInDriver/DemoConfiguration.h>
+#include <StandIns/ServiceStandIns.h>
 
 #include "PlatformTest.h"
 
