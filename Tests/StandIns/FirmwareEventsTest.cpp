@@ -334,3 +334,37 @@ TEST_F (FirmwareEventsTest, TypingOnAnOrdinaryPageIsDeliveredAsKeys)
 }
 
 } // namespace
+
+TEST_F (FirmwareEventsTest, EventsAreRaisedOnTheFirstControlWithAHandler)
+{
+  UINTN Page = NewPage ();
+  UINTN Plain = NewImageControl (Page, nullptr);
+  UINTN Watched = NewImageControl (Page, HandlerFunction (HandlerA));
+
+  ASSERT_NE (Plain, Watched);
+  ASSERT_EQ (mUi->Pages->DisplayPage (Page, 0), EFI_SUCCESS);
+  ExitAfter (HandlerA, 1);
+  Platform ().Console ().PushKey (0, u'x');
+
+  ASSERT_EQ (mUi->Pages->RunEventLoop (), EFI_SUCCESS);
+  ASSERT_EQ (Received (HandlerA).size (), 1U) << "a page without a page handler hears keys through its control";
+  EXPECT_EQ (Received (HandlerA)[0].Control, Watched);
+}
+
+TEST_F (FirmwareEventsTest, AfterEndUiSessionLoopsEndUntilAPageStartsANewSession)
+{
+  PageEndingAfter (1);
+  Platform ().Console ().PushKey (0, u'a');
+  ASSERT_EQ (mUi->Services->Session->EndUiSession (), EFI_SUCCESS);
+
+  EXPECT_EQ (mUi->Pages->RunEventLoop (), EFI_ABORTED) << "the UI has handed over: nothing is delivered";
+  EXPECT_TRUE (Received (HandlerA).empty ());
+  EXPECT_EQ (Platform ().Console ().PendingKeys (), 1U) << "the key stays for whoever owns the console now";
+
+  ASSERT_EQ (mUi->Services->SetUiMode (2), EFI_SUCCESS);
+  EXPECT_EQ (mUi->Pages->RunEventLoop (), EFI_ABORTED) << "only mode 1 starts a session";
+  ASSERT_EQ (mUi->Services->SetUiMode (1), EFI_SUCCESS);
+  ASSERT_EQ (mUi->Pages->RunEventLoop (), EFI_SUCCESS);
+  ASSERT_EQ (Received (HandlerA).size (), 1U);
+  EXPECT_EQ (Received (HandlerA)[0].Data, (UINTN)u'a');
+}
