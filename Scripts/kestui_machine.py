@@ -29,6 +29,27 @@ class MachineError(Exception):
     """The machine did not do what a scenario waited for."""
 
 
+def monitor_command(path, command, timeout=10.0):
+    """Sends one command to the QEMU human monitor at path and returns its answer."""
+    with socket.socket(socket.AF_UNIX, socket.SOCK_STREAM) as connection:
+        connection.settimeout(timeout)
+        connection.connect(path)
+        answer = b""
+        while not answer.endswith(b"(qemu) "):
+            chunk = connection.recv(4096)
+            if not chunk:
+                raise MachineError("the QEMU monitor closed")
+            answer += chunk
+        connection.sendall(command.encode() + b"\n")
+        answer = b""
+        while not answer.endswith(b"(qemu) "):
+            chunk = connection.recv(4096)
+            if not chunk:
+                break
+            answer += chunk
+        return ANSI_ESCAPE.sub("", answer.decode(errors="replace"))
+
+
 class Screenshot:
     """A screendump: its size and pixels (RGB bytes), saved as PNG when asked."""
 
@@ -172,23 +193,7 @@ class Machine:
         raise MachineError(f"no serial line /{pattern}/ within {timeout:.0f} s")
 
     def monitor(self, command, timeout=10.0):
-        with socket.socket(socket.AF_UNIX, socket.SOCK_STREAM) as connection:
-            connection.settimeout(timeout)
-            connection.connect(self.monitor_path)
-            answer = b""
-            while not answer.endswith(b"(qemu) "):
-                chunk = connection.recv(4096)
-                if not chunk:
-                    raise MachineError("the QEMU monitor closed")
-                answer += chunk
-            connection.sendall(command.encode() + b"\n")
-            answer = b""
-            while not answer.endswith(b"(qemu) "):
-                chunk = connection.recv(4096)
-                if not chunk:
-                    break
-                answer += chunk
-            return ANSI_ESCAPE.sub("", answer.decode(errors="replace"))
+        return monitor_command(self.monitor_path, command, timeout)
 
     def press(self, *keys, gap=0.15):
         """Keys on the PS/2 keyboard (QEMU key names: f2, ret, a, shift-a, ...)."""

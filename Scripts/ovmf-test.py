@@ -17,11 +17,13 @@ import argparse
 import os
 import re
 import shutil
-import socket
 import subprocess
 import sys
 import tempfile
 import time
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import kestui_machine  # noqa: E402
 
 REPO = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 OUT = os.path.join(REPO, "out", "ovmf")
@@ -31,7 +33,7 @@ OVMF_VARS = os.environ.get("OVMF_VARS", "/usr/share/OVMF/OVMF_VARS_4M.fd")
 DRIVER_IMAGE = os.path.join("Drivers", "UserInterface", "UserInterface.efi")
 TEST_APP_IMAGE = os.path.join("Platform", "OvmfTestApp", "OvmfTestApp.efi")
 
-ANSI_ESCAPE = re.compile(r"\x1b(\[[0-9;?]*[A-Za-z]|[()][0-9A-Za-z]|[A-Za-z])")
+ANSI_ESCAPE = kestui_machine.ANSI_ESCAPE
 REPORT_LINE = re.compile(r"KESTUI-TEST (PASS|FAIL|DONE)\b.*")
 # The app announces each page it holds on the screen for a screenshot.
 SCREEN_LINE = re.compile(r"KESTUI-SCREEN ([A-Za-z0-9-]+)")
@@ -91,24 +93,8 @@ def qemu_command(accelerator, volume, variables, serial_log, debug_log, monitor)
 def monitor_command(monitor, command, timeout=5.0):
     """Sends one command to QEMU's human monitor and returns its answer ('' when unreachable)."""
     try:
-        with socket.socket(socket.AF_UNIX, socket.SOCK_STREAM) as connection:
-            connection.settimeout(timeout)
-            connection.connect(monitor)
-            answer = b""
-            while not answer.endswith(b"(qemu) "):
-                chunk = connection.recv(4096)
-                if not chunk:
-                    return ""
-                answer += chunk
-            connection.sendall(command.encode() + b"\n")
-            answer = b""
-            while not answer.endswith(b"(qemu) "):
-                chunk = connection.recv(4096)
-                if not chunk:
-                    break
-                answer += chunk
-            return ANSI_ESCAPE.sub("", answer.decode(errors="replace"))
-    except OSError:
+        return kestui_machine.monitor_command(monitor, command, timeout)
+    except (OSError, kestui_machine.MachineError):
         return ""
 
 

@@ -9,7 +9,7 @@
 
 #define SERIAL_LOG_LINE_LENGTH 256
 
-VOID EFIAPI
+BOOLEAN EFIAPI
 SerialLogLine (IN CONST CHAR8 *Format, ...)
 {
   STATIC EFI_SERIAL_IO_PROTOCOL *Serial = nullptr;
@@ -20,7 +20,7 @@ SerialLogLine (IN CONST CHAR8 *Format, ...)
   if ((Serial == nullptr) &&
       (EFI_ERROR (gBS->LocateProtocol (&gEfiSerialIoProtocolGuid, nullptr, (VOID **)&Serial)) || (Serial == nullptr))) {
     Serial = nullptr;
-    return;
+    return FALSE;
   }
 
   VA_START (Marker, Format);
@@ -28,7 +28,5 @@ SerialLogLine (IN CONST CHAR8 *Format, ...)
   VA_END (Marker);
   Line[Size++] = '\r';
   Line[Size++] = '\n';
-  if (Serial->Write != nullptr) {
-    Serial->Write (Serial, &Size, Line);
-  }
+  return (Serial->Write != nullptr) && !EFI_ERROR (Serial->Write (Serial, &Size, Line));
 }

@@ -12,7 +12,9 @@
   Formats one line (AsciiSPrint rules, at most 255 characters) and writes it
   with CR LF to the first EFI_SERIAL_IO_PROTOCOL; without one, nothing is
   written.
+
+  @return TRUE when the port took the line.
 **/
-VOID EFIAPI SerialLogLine (IN CONST CHAR8 *Format, ...);
+BOOLEAN EFIAPI SerialLogLine (IN CONST CHAR8 *Format, ...);
 
 #endif

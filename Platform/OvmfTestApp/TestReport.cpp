@@ -3,9 +3,10 @@
 **/
 #include "TestReport.h"
 
+#include <FirmwareCommon/SerialLog.h>
+
 #include <Library/PrintLib.h>
 #include <Library/UefiBootServicesTableLib.h>
-#include <Protocol/SerialIo.h>
 
 //
 // Longest report line; the serial terminal passes longer lines on unbroken,
@@ -80,16 +81,11 @@ ReportScreen (IN CONST CHAR8 *Name)
 {
   CHAR8 Line[REPORT_LINE_LENGTH];
 
-  EFI_SERIAL_IO_PROTOCOL *Serial = nullptr;
-  UINTN Size;
-
   //
   // Straight to the serial port: on the console the line would be drawn over
   // the page (and scroll it) just when it is to be photographed.
   //
-  Size = AsciiSPrint (Line, sizeof (Line), "KESTUI-SCREEN %a\r\n", Name);
-  if (EFI_ERROR (gBS->LocateProtocol (&gEfiSerialIoProtocolGuid, nullptr, (VOID **)&Serial)) || (Serial == nullptr) ||
-      (Serial->Write == nullptr) || EFI_ERROR (Serial->Write (Serial, &Size, Line))) {
+  if (!SerialLogLine ("KESTUI-SCREEN %a", Name)) {
     AsciiSPrint (Line, sizeof (Line), "KESTUI-SCREEN %a", Name);
     PrintLine (Line);
   }

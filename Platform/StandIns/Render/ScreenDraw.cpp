@@ -27,9 +27,17 @@ static constexpr auto mLeaveHint = CompileTime::MakeWideString (u"Esc: leave");
 /** @return the height of the title bar, which holds one line of the large font. **/
 STATIC
 UINTN
+TitleBarHeight (IN CONST RENDER_CANVAS *Canvas)
+{
+  return MAX ((Canvas->Height * TITLE_HEIGHT_PERCENT) / 100, 2 * RENDER_GLYPH_HEIGHT + 2 * ROW_PADDING);
+}
+
+/** @return the height of the title bar. **/
+STATIC
+UINTN
 DrawTitleBar (IN RENDER_CANVAS *Canvas, IN CONST CHAR16 *Title OPTIONAL)
 {
-  UINTN Height = MAX ((Canvas->Height * TITLE_HEIGHT_PERCENT) / 100, 2 * RENDER_GLYPH_HEIGHT + 2 * ROW_PADDING);
+  UINTN Height = TitleBarHeight (Canvas);
   RENDER_BOX Bar = {0, 0, Canvas->Width, Height - ACCENT_THICKNESS};
   RENDER_BOX Rule = {0, Height - ACCENT_THICKNESS, Canvas->Width, ACCENT_THICKNESS};
   RENDER_BOX Text = Bar;
@@ -112,10 +120,13 @@ StandInDrawScreen (
   RenderFill (Canvas, &Whole, SCREEN_BACKGROUND);
 
   //
-  // One text image serves every text of the screen; the widest is the title,
-  // drawn twice as large across the screen.
+  // One text image serves every text of the screen: the title (twice as
+  // large) and the rows, none wider than the screen.
   //
-  RenderReserveTexts (Canvas, RenderTextPixels (&Whole, 2));
+  RENDER_BOX TitleBox = {0, 0, Canvas->Width, TitleBarHeight (Canvas)};
+  RENDER_BOX RowBox = {0, 0, Canvas->Width, ROW_HEIGHT};
+
+  RenderReserveTexts (Canvas, MAX (RenderTextPixels (&TitleBox, 2), RenderTextPixels (&RowBox, 1)));
   TitleHeight = DrawTitleBar (Canvas, Title);
 
   //
