@@ -14,6 +14,7 @@
 #include "UserInterface.h"
 #include "WelcomePage.h"
 
+#include <Library/BaseMemoryLib.h>
 #include <Library/CompileTimeLib.h>
 #include <Library/PrintLib.h>
 #include <Library/TrackedAllocationLib.h>
@@ -127,6 +128,15 @@ ForgetFlashUpdatePage (VOID)
   mFlashMessageControl = 0;
   mFlashLabelControl = 0;
   mFlashPercentControl = 0;
+}
+
+VOID
+ResetFlashUpdatePageState (VOID)
+{
+  ForgetFlashUpdatePage ();
+  mFlashProgress = 0;
+  mFlashTickCount = 0;
+  ZeroMem (mFlashStatusText, sizeof (mFlashStatusText));
 }
 
 #define SET_ATTRIBUTES(Control, Table)                                                                                 \

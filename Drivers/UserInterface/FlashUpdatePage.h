@@ -21,6 +21,9 @@ InitFlashUpdatePageDriverInterfaces (VOID);
 **/
 VOID ForgetFlashUpdatePage (VOID);
 
+/** Returns the flash page's state to what it is when the driver is loaded: part of the unload. **/
+VOID ResetFlashUpdatePageState (VOID);
+
 /**
   Event handler of the flash page: counts clock seconds up on the bar and
   closes the page once the bar has reached 100 (or the shared countdown has

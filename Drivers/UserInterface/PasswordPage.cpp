@@ -273,3 +273,16 @@ CleanUpPasswordPage (VOID)
   ForgetSelections ();
   ForgetPasswordPrompt ();
 }
+
+VOID
+ResetPasswordPageState (VOID)
+{
+  CleanUpPasswordPage ();
+  gAdminPasswordInstalled = FALSE;
+  gOtherPasswordFlag = FALSE;
+  mSmbios = nullptr;
+  mServiceRequest = nullptr;
+  mPromptInterface = nullptr;
+  ResetPasswordPromptState ();
+  ResetSerialText ();
+}

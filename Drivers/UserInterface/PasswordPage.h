@@ -86,6 +86,18 @@ VOID CleanUpPasswordPage (VOID);
 VOID ForgetPasswordPrompt (VOID);
 
 /**
+  Returns the records, the located services, the prompt and the caption to
+  what they are when the driver is loaded: part of the unload.
+**/
+VOID ResetPasswordPageState (VOID);
+
+/** Returns the prompt's state (countdown, shown flag, texts) to its load-time value. **/
+VOID ResetPasswordPromptState (VOID);
+
+/** Empties the caption's serial-number text. **/
+VOID ResetSerialText (VOID);
+
+/**
   Makes the serial-number text of the prompt's caption afresh: from the
   settings service, else from SMBIOS type 1 followed by a blank; what it held
   before when neither answers (empty at first).

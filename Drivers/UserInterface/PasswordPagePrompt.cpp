@@ -13,6 +13,7 @@
 #include "UiResources.h"
 #include "UserInterface.h"
 
+#include <Library/BaseMemoryLib.h>
 #include <Library/CompileTimeLib.h>
 #include <Library/PrintLib.h>
 #include <Library/UefiRuntimeServicesTableLib.h>
@@ -55,6 +56,17 @@ ForgetPasswordPrompt (VOID)
   mSavedActivePage = 0;
   mPasswordCallback = nullptr;
   mSavedEventHandler = nullptr;
+}
+
+VOID
+ResetPasswordPromptState (VOID)
+{
+  ForgetPasswordPrompt ();
+  mShutdownCountdown = 0;
+  mPromptShown = FALSE;
+  ZeroMem (mMessage, sizeof (mMessage));
+  ZeroMem (mTitle, sizeof (mTitle));
+  ZeroMem (mCaption, sizeof (mCaption));
 }
 
 /** Copies the driver's string Id into Buffer ("%s"), or leaves it empty when the framework has none. **/

@@ -11,6 +11,7 @@
 
 #include <IndustryStandard/SmBios.h>
 #include <Library/BaseLib.h>
+#include <Library/BaseMemoryLib.h>
 #include <Library/CompileTimeLib.h>
 #include <Library/PrintLib.h>
 
@@ -100,6 +101,13 @@ ReadSmbiosSerial (VOID)
 
   UnicodeSPrint (mSerialText, sizeof (mSerialText), mSmbiosSerialFormat.Text, Serial);
   return TRUE;
+}
+
+VOID
+ResetSerialText (VOID)
+{
+  ZeroMem (mSerialAscii, sizeof (mSerialAscii));
+  ZeroMem (mSerialText, sizeof (mSerialText));
 }
 
 CONST CHAR16 *

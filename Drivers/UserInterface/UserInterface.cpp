@@ -211,6 +211,33 @@ _ModuleEntryPoint (IN EFI_HANDLE ImageHandle, IN EFI_SYSTEM_TABLE *SystemTable)
 }
 
 /**
+  Returns every variable of the driver to its value at load, so that nothing
+  of this load survives the unload: a driver loaded again into the same memory
+  (as a host test does) starts afresh.
+**/
+STATIC
+VOID
+ResetDriverState (VOID)
+{
+  ResetHotKeyState ();
+  ResetWelcomePageState ();
+  ResetBootActionState ();
+  ResetPasswordPageState ();
+  ResetFlashUpdatePageState ();
+
+  gHiiString = nullptr;
+  gHiiDatabase = nullptr;
+  gHiiConfigRouting = nullptr;
+  gHiiFont = nullptr;
+  gHiiImage = nullptr;
+  gUiFramework = nullptr;
+  gPageEngine = nullptr;
+  gDriverHandle = nullptr;
+  gHiiHandle = nullptr;
+  mUiFrameworkRegistration = nullptr;
+}
+
+/**
   Removes one of the driver's protocols and releases its record on success.
 **/
 STATIC
@@ -268,11 +295,9 @@ UnloadUserInterface (IN EFI_HANDLE ImageHandle)
   UnregisterModuleInfoList (mModuleList);
 
   //
-  // No key notification may reach the unloaded image, and the password
-  // records go with it.
+  // No key notification may reach the unloaded image.
   //
   UnregisterHotKeys ();
-  CleanUpPasswordPage ();
 
   //
   // The image goes away now: no notification may call into it afterwards.
@@ -289,6 +314,16 @@ UnloadUserInterface (IN EFI_HANDLE ImageHandle)
   if (mUiFrameworkEvent != nullptr) {
     gBS->CloseEvent (mUiFrameworkEvent);
     mUiFrameworkEvent = nullptr;
+  }
+
+  //
+  // While a protocol of the driver is still installed its callers may come
+  // back, so the state stays for them.
+  //
+  if ((gUiDriverProtocol == nullptr) && (gFlashUpdatePageProtocol == nullptr)) {
+    ResetDriverState ();
+  } else {
+    CleanUpPasswordPage ();
   }
 
   return Status;

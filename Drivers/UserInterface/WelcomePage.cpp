@@ -294,6 +294,27 @@ RefreshWelcomePage (VOID)
 }
 
 VOID
+ResetWelcomePageState (VOID)
+{
+  gLogoControl = 0;
+  gProgressControl = 0;
+  gStatusControl = 0;
+  mPageCountdown = 0;
+  mLastTickValue = 0;
+  mWelcomePage = 0;
+  mTextControl = 0;
+  mMessageControl = 0;
+  mWelcomeLogoImage = 0;
+  mHotKeyAction = HOT_KEY_ACTION_NONE;
+  mActionPending = FALSE;
+  mDiagnosticsAtBoot = FALSE;
+  mProgressShown = FALSE;
+  mProgressValue = 0;
+  mBootLogoPublished = FALSE;
+  ZeroMem (mWelcomeText, sizeof (mWelcomeText));
+}
+
+VOID
 ExitWelcomePage (VOID)
 {
   UnregisterHotKeys ();

@@ -93,6 +93,12 @@ CountPageSecond (IN UINTN TimeData);
 /** Makes the progress bar visible; from then on progress values reach it. **/
 VOID ShowWelcomeProgressBar (VOID);
 
+/**
+  Returns the welcome page's state, and the state it shares with the flash
+  page, to what it is when the driver is loaded: part of the unload.
+**/
+VOID ResetWelcomePageState (VOID);
+
 //
 // Hot keys.
 //
@@ -116,6 +122,9 @@ RegisterHotKeys (VOID);
 /** Unregisters every key notification that RegisterHotKeys made. **/
 VOID UnregisterHotKeys (VOID);
 
+/** Forgets the notification handles and the console's text input: part of the unload. **/
+VOID ResetHotKeyState (VOID);
+
 /**
   Key notification of the watched keys, also called for each key that a
   progress update reads: records the action of F2, F9 or F12, shows its
@@ -138,5 +147,8 @@ VOID RunHotKeyAction (VOID);
 /** Starts the platform diagnostics. @return the status of the start, or why it did not start. **/
 EFI_STATUS
 LaunchDiagnostics (VOID);
+
+/** Forgets the services that the boot actions located: part of the unload. **/
+VOID ResetBootActionState (VOID);
 
 #endif

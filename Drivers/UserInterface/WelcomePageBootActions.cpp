@@ -247,6 +247,14 @@ LaunchDiagnostics (VOID)
 }
 
 VOID
+ResetBootActionState (VOID)
+{
+  mSetupState = nullptr;
+  mDiagnosticsLaunch = nullptr;
+  mPcd = nullptr;
+}
+
+VOID
 RunHotKeyAction (VOID)
 {
   UINT64 OsIndications = 0;

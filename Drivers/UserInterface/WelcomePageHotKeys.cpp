@@ -154,6 +154,13 @@ UnregisterHotKeys (VOID)
   }
 }
 
+VOID
+ResetHotKeyState (VOID)
+{
+  mHotKeys = mHotKeyTemplate;
+  mTextInputEx = nullptr;
+}
+
 EFI_STATUS
 EFIAPI
 HotKeyNotify (IN EFI_KEY_DATA *KeyData)

@@ -117,6 +117,23 @@ PageFlowTest::Boot (UINT32 Services)
     }
   }
 
+  return StartImage ();
+}
+
+::testing::AssertionResult
+PageFlowTest::Reload ()
+{
+  EFI_STATUS Status = Platform ().Images ().Unload (mImage);
+  if (EFI_ERROR (Status)) {
+    return ::testing::AssertionFailure () << "the unload returned " << Status;
+  }
+
+  return StartImage ();
+}
+
+::testing::AssertionResult
+PageFlowTest::StartImage ()
+{
   mImage = Platform ().Images ().CreateDriverImage ();
   EFI_STATUS Status = _ModuleEntryPoint (mImage, Platform ().SystemTable ());
   mUiDriver = (UI_DRIVER_PROTOCOL *)Platform ().Handles ().Interface (mImage, gUiDriverProtocolGuid);

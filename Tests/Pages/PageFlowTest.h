@@ -112,6 +112,9 @@ protected:
   /** Installs the chosen services, starts the driver and finds its protocol. **/
   ::testing::AssertionResult Boot (UINT32 Services = AllServices);
 
+  /** Unloads the driver and loads it again on a new image, the services staying as they are. **/
+  ::testing::AssertionResult Reload ();
+
   UI_DRIVER_PROTOCOL &
   Ui ()
   {
@@ -186,6 +189,7 @@ private:
   static BOOLEAN EFIAPI NextEvent (IN VOID *Context, OUT UI_EVENT *Event);
   static VOID EFIAPI NoteGroup (IN EFI_EVENT Event, IN VOID *Context);
   static std::string Token (const FlowCall &Call);
+  ::testing::AssertionResult StartImage ();
 
   EFI_HANDLE mImage = nullptr;
   UI_DRIVER_PROTOCOL *mUiDriver = nullptr;
