@@ -15,7 +15,9 @@
 #include "WelcomePage.h"
 
 #include <Library/CompileTimeLib.h>
+extern "C" {
 #include <Library/PrintLib.h>
+}
 #include <Library/TrackedAllocationLib.h>
 
 #define TRACKED_POOL_FILE "Drivers/UserInterface/FlashUpdatePage"

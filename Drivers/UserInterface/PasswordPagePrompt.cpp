@@ -14,7 +14,9 @@
 #include "UserInterface.h"
 
 #include <Library/CompileTimeLib.h>
+extern "C" {
 #include <Library/PrintLib.h>
+}
 #include <Library/UefiRuntimeServicesTableLib.h>
 #include <Protocol/UiFramework.h>
 

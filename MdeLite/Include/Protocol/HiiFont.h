@@ -75,7 +75,7 @@ typedef struct {
 
 typedef EFI_STATUS (EFIAPI *EFI_HII_STRING_TO_IMAGE) (IN CONST EFI_HII_FONT_PROTOCOL *This,
                                                       IN EFI_HII_OUT_FLAGS Flags,
-                                                      IN CONST CHAR16 *String,
+                                                      IN CONST EFI_STRING String,
                                                       IN CONST EFI_FONT_DISPLAY_INFO *StringInfo OPTIONAL,
                                                       IN OUT EFI_IMAGE_OUTPUT **Blt,
                                                       IN UINTN BltX,
