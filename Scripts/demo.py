@@ -143,7 +143,7 @@ class WelcomeToSetup(Scenario):
 
     def play(self):
         m = self.machine
-        m.wait_for(draw("welcome", WELCOME_TEXT), BOOT_TIMEOUT)
+        m.wait_for(draw("welcome", "image=", WELCOME_TEXT), BOOT_TIMEOUT)
         picture = self.shot("01-welcome", "The welcome page: logo, welcome text, no bar before a key")
         self.check(picture.longest_run(BAR_FILL) < BAR_MIN_RUN, "welcome page: no progress bar before a key")
         self.check(picture.count_colour(WHITE) > 500, "welcome page: white text on the screen")
@@ -221,7 +221,7 @@ class CountdownCloses(Scenario):
     def play(self):
         m = self.machine
         if self.in_flash:
-            m.wait_for(draw("welcome", WELCOME_TEXT), BOOT_TIMEOUT)
+            m.wait_for(draw("welcome", "image=", WELCOME_TEXT), BOOT_TIMEOUT)
             self.shot("00-welcome-at-power-on", "Power-on: the DXE dispatcher started KestUi from the flash, "
                       "the boot manager's SysPrep option shows the welcome page")
         m.wait_for(r"KESTUI-BOOT initialised", BOOT_TIMEOUT)

@@ -126,7 +126,9 @@ done
 #
 BINARY_IMAGE=$REPO/build/efi/Drivers/UserInterface/UserInterface.efi
 [ -f "$BINARY_IMAGE" ] || fail "OVMF with the binary INF" "$BINARY_IMAGE is missing: run Scripts/build.sh first."
-cp "$REPO/Drivers/UserInterface/UserInterfaceBinary.inf" "$BINARY_IMAGE" "$EDK2/packages/KestUiBinary/"
+cp "$REPO/build/efi/Drivers/UserInterface/UserInterfaceBinary.inf" "$BINARY_IMAGE" \
+  "$REPO/build/efi/Drivers/UserInterface/UserInterface.depex" "$EDK2/packages/KestUiBinary/" ||
+  fail "OVMF with the binary INF" "The firmware tree's Drivers/UserInterface/ is incomplete: run Scripts/build.sh."
 python3 "$REPO/Scripts/edk2/ovmf_kestui.py" "$EDK2/src" || fail "write OVMF's DSC/FDF copies" ""
 OVMF_DIGEST=$(echo "$SOURCES_DIGEST $(inputs_digest Scripts/edk2 Scripts/edk2-build.sh) $(sha256sum "$BINARY_IMAGE")" |
               sha256sum | cut -c1-32)

@@ -8,7 +8,8 @@ reads OvmfPkg/OvmfPkgX64.dsc and .fdf of the tree and writes OvmfPkg/OvmfPkgX64K
 - the DSC maps KestUi's library classes and lists its modules in [Components], the FDF puts them
   into the DXE firmware volume next to the front page (UiApp);
 - with -D KESTUI_UI_BINARY=TRUE the UI driver comes from the prebuilt image of
-  KestUiBinary/UserInterfaceBinary.inf instead of its source INF;
+  KestUiBinary/UserInterfaceBinary.inf instead of its source INF; OVMF's FDF has no rule for a binary
+  DXE driver, so the copy gets one;
 - Debian's edk2 makes the Shell use SecureBootVariableLib, which OVMF maps only with Secure Boot:
   the copy maps it in the other branch as well.
 Exits non-zero with a message when a line it edits is not where it expects it.
@@ -28,6 +29,18 @@ LIBRARY_CLASSES = ["FileMgrLib|KestUiPkg/Library/FileMgrLib/FileMgrLib.inf",
                    "TscTimerLib|KestUiPkg/Library/TscTimerLib/TscTimerLib.inf",
                    "StandInsLib|KestUiPkg/Platform/StandIns/StandInsLib.inf",
                    "FirmwareCommonLib|KestUiPkg/Platform/FirmwareCommon/FirmwareCommonLib.inf"]
+
+
+BINARY_DXE_DRIVER_RULE = """
+# KestUi: a prebuilt DXE driver, its image and its dependency expression
+[Rule.Common.DXE_DRIVER.BINARY]
+  FILE DRIVER = $(NAMED_GUID) {
+    DXE_DEPEX DXE_DEPEX Optional      |.depex
+    PE32      PE32                    |.efi
+    UI        STRING="$(MODULE_NAME)" Optional
+    VERSION   STRING="$(INF_VERSION)" Optional BUILD_NUM=$(BUILD_NUMBER)
+  }
+"""
 
 
 def replace_once(text, old, new, what):
@@ -70,6 +83,8 @@ def main():
     fdf = replace_once(fdf, front_page, front_page + "\n# KestUi: the UI driver and the demo platform around it\n" +
                        ui_driver_lines("INF  ") + "".join(f"INF  {inf}\n" for inf in PLATFORM_INFS),
                        "front page in the DXE volume")
+
+    fdf += BINARY_DXE_DRIVER_RULE
 
     with open(os.path.join(tree, "OvmfPkg", "OvmfPkgX64KestUi.dsc"), "w") as file:
         file.write(dsc)
