@@ -24,8 +24,9 @@ PACKAGE_ONLY=0
 [ "${1:-}" = "--package-only" ] && PACKAGE_ONLY=1
 
 # The source that Debian's installed ovmf package was built from; the release
-# this was made with when ovmf is not installed.
-VERSION=$(dpkg-query -W -f='${source:Version}' ovmf 2>/dev/null || true)
+# this was made with when ovmf is not installed. KESTUI_EDK2_VERSION chooses
+# another one.
+VERSION=${KESTUI_EDK2_VERSION:-$(dpkg-query -W -f='${source:Version}' ovmf 2>/dev/null || true)}
 VERSION=${VERSION:-2022.11-6+deb12u2}
 
 mkdir -p "$EDK2/stamps" "$EDK2/logs"
@@ -68,9 +69,8 @@ APT_OPTIONS=(-o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$REPO/S
              -o Dir::State::Lists="$EDK2/apt/lists" -o Dir::Cache="$EDK2/apt/cache"
              -o Acquire::Retries=2 -o Acquire::http::Timeout=30 -o APT::Sandbox::User=root)
 if ! fresh source "$VERSION" || [ ! -f "$EDK2/src/edksetup.sh" ]; then
-  rm -f "$EDK2/stamps/"*
   mkdir -p "$EDK2/apt/lists/partial" "$EDK2/apt/cache/archives/partial" "$EDK2/download"
-  step "fetch: apt-get update (deb-src bookworm main)" 300 fetch-update.log apt-get "${APT_OPTIONS[@]}" update
+  step "fetch: apt-get update (deb-src bookworm main)" 300 fetch-update.log apt-get "${APT_OPTIONS[@]}" --error-on=any update
   step "fetch: apt-get source edk2=$VERSION" 900 fetch-source.log \
     bash -c 'cd "$1" && shift && exec "$@"' fetch "$EDK2/download" \
     apt-get "${APT_OPTIONS[@]}" source --download-only "edk2=$VERSION"
@@ -78,6 +78,7 @@ if ! fresh source "$VERSION" || [ ! -f "$EDK2/src/edksetup.sh" ]; then
   step "unpack: dpkg-source -x edk2 $VERSION" 600 unpack.log \
     dpkg-source -x "$EDK2/download/edk2_${VERSION#*:}.dsc" "$EDK2/src.new"
   mv "$EDK2/src.new" "$EDK2/src"
+  rm -f "$EDK2/stamps/"*
   stamp source "$VERSION"
 fi
 
