@@ -8,6 +8,7 @@ PACKAGES=(
   libclang-rt-dev                                                # sanitizer and libFuzzer runtimes
   libgtest-dev googletest libbenchmark-dev libpng-dev            # host tests and benchmarks
   ovmf qemu-system-x86 python3                                   # real-firmware tests and the demo
+  dpkg-dev xz-utils make nasm acpica-tools uuid-dev gcc          # EDK II from Debian's edk2 source
 )
 
 missing=()

@@ -1,6 +1,8 @@
 """One OVMF virtual machine under QEMU for the demo and the end-to-end tests.
 
-The machine boots a staged FAT volume, keeps everything the firmware writes to
+The machine boots a firmware (Debian's OVMF, or one built with KestUi in its
+flash), optionally with a staged FAT volume and with a configuration file
+handed to the firmware through QEMU's fw_cfg device; it keeps everything the firmware writes to
 the serial port (read from a socket, which is also how keys are typed on the
 serial terminal), presses keys on the PS/2 keyboard through the QEMU monitor,
 and takes screenshots (PPM from QEMU, kept as PNG, with pixels for checks).
@@ -104,9 +106,12 @@ class Screenshot:
 
 
 class Machine:
-    def __init__(self, volume, out_dir, serial_number, display="none", accelerator="tcg"):
+    def __init__(self, volume, out_dir, serial_number, display="none", accelerator="tcg",
+                 code=OVMF_CODE, variables=OVMF_VARS, fw_cfg=None):
+        """volume: a folder served as a FAT disk, or None; fw_cfg: {name: text} for QEMU's fw_cfg files."""
         self.volume, self.out_dir = volume, out_dir
         self.serial_number, self.display, self.accelerator = serial_number, display, accelerator
+        self.code, self.variables, self.fw_cfg = code, variables, fw_cfg or {}
         self.scratch = tempfile.mkdtemp(prefix="kestui-vm-")
         self.monitor_path = os.path.join(self.scratch, "monitor.sock")
         self.serial_path = os.path.join(self.scratch, "serial.sock")
@@ -120,11 +125,17 @@ class Machine:
 
     def command(self):
         variables = os.path.join(self.scratch, "OVMF_VARS.fd")
-        shutil.copyfile(OVMF_VARS, variables)
+        shutil.copyfile(self.variables, variables)
+        disk = ["-drive", f"format=raw,file=fat:rw:{self.volume}"] if self.volume else []
+        files = []
+        for index, (name, text) in enumerate(sorted(self.fw_cfg.items())):
+            path = os.path.join(self.scratch, f"fw_cfg-{index}")
+            with open(path, "w") as file:
+                file.write(text)
+            files += ["-fw_cfg", f"name={name},file={path}"]
         return ["qemu-system-x86_64", "-machine", "q35", "-m", "256", "-accel", self.accelerator,
-                "-drive", f"if=pflash,format=raw,unit=0,readonly=on,file={OVMF_CODE}",
-                "-drive", f"if=pflash,format=raw,unit=1,file={variables}",
-                "-drive", f"format=raw,file=fat:rw:{self.volume}",
+                "-drive", f"if=pflash,format=raw,unit=0,readonly=on,file={self.code}",
+                "-drive", f"if=pflash,format=raw,unit=1,file={variables}", *disk, *files,
                 "-smbios", f"type=1,serial={self.serial_number}",
                 "-net", "none", "-no-reboot", "-display", self.display,
                 "-chardev", f"socket,id=serial0,path={self.serial_path},server=on,wait=on",

@@ -46,10 +46,17 @@ def setup_error(message):
     sys.exit(2)
 
 
-def find_inputs(build_dir):
+def find_inputs(build_dir, driver=None):
     images = {}
     for name, relative in (("driver", DRIVER_IMAGE), ("test app", TEST_APP_IMAGE)):
         path = os.path.join(build_dir, relative)
+        if name == "driver" and driver:
+            path = driver
+            if not os.path.isfile(path):
+                setup_error(f"driver image {path} is missing; build it first (Scripts/edk2-build.sh for the "
+                            f"EDK II-built images: see build/edk2/logs/)")
+            images[name] = path
+            continue
         if not os.path.isfile(path):
             setup_error(f"{name} image {path} is missing; configure and build the firmware tree first:\n"
                         f"  cmake -S {REPO} -B {build_dir} -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/EfiToolchain.cmake\n"
@@ -228,9 +235,16 @@ def main():
     parser.add_argument("build_dir", nargs="?", default=os.path.join(REPO, "build", "efi"),
                         help="firmware build tree with the images (default: build/efi)")
     parser.add_argument("--timeout", type=float, default=120.0, help="seconds before QEMU is stopped (default 120)")
+    parser.add_argument("--driver", help="the UI driver image to test instead of the build tree's, e.g. the EDK II-built "
+                        "build/edk2/Build/KestUiPkg/RELEASE_GCC5/X64/UserInterface.efi")
+    parser.add_argument("--out", help="folder for logs and screenshots (default out/ovmf)")
     arguments = parser.parse_args()
 
-    images = find_inputs(os.path.abspath(arguments.build_dir))
+    global OUT
+    if arguments.out:
+        OUT = os.path.abspath(arguments.out)
+    images = find_inputs(os.path.abspath(arguments.build_dir), arguments.driver)
+    print(f"ovmf-test: driver {images['driver']}")
     if kvm_usable():
         result = run("kvm", images, arguments.timeout)
         if result["kvm_failed"]:

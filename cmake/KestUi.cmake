@@ -1,7 +1,12 @@
 # Build settings shared by every target of the project.
 #
 # kestui_firmware_target(<target>): compile flags of the freestanding image.
-# kestui_efi_image(<name> SUBSYSTEM <efi_boot_service_driver|efi_application> SOURCES ... OBJECTS ...):
+# kestui_module_sources(<out_var> <module> <entry point> <efi_boot_service_driver|efi_application>):
+#   the sources that make a module's _ModuleEntryPoint, as an EDK II build does:
+#   the entry-point library of its kind and a generated file that runs the
+#   libraries' constructors and then the module's entry point.
+# kestui_efi_image(<name> SUBSYSTEM <efi_boot_service_driver|efi_application> ENTRY_POINT <function>
+#                  SOURCES ... OBJECTS ...):
 #   links a PE32+ image with entry _ModuleEntryPoint and no imports.
 
 set(KESTUI_WARNINGS -Wall -Wextra -Werror -Wshadow -Wno-unused-parameter)
@@ -30,9 +35,26 @@ function(kestui_object_library name)
   endif()
 endfunction()
 
+function(kestui_module_sources out module entry subsystem)
+  set(KESTUI_MODULE ${module})
+  set(KESTUI_ENTRY ${entry})
+  set(generated ${CMAKE_CURRENT_BINARY_DIR}/${module}AutoGen.cpp)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/ModuleAutoGen.cpp.in ${generated} @ONLY)
+  if(subsystem STREQUAL "efi_application")
+    set(entry_library ${PROJECT_SOURCE_DIR}/MdeLite/Library/UefiApplicationEntryPoint/ApplicationEntryPoint.cpp)
+  else()
+    set(entry_library ${PROJECT_SOURCE_DIR}/MdeLite/Library/UefiDriverEntryPoint/DriverEntryPoint.cpp)
+  endif()
+  set(${out} ${generated} ${entry_library} PARENT_SCOPE)
+endfunction()
+
 function(kestui_efi_image name)
-  cmake_parse_arguments(IMG "" "SUBSYSTEM" "SOURCES;OBJECTS" ${ARGN})
-  add_executable(${name} ${IMG_SOURCES})
+  cmake_parse_arguments(IMG "" "SUBSYSTEM;ENTRY_POINT" "SOURCES;OBJECTS" ${ARGN})
+  set(module_sources)
+  if(IMG_ENTRY_POINT)
+    kestui_module_sources(module_sources ${name} ${IMG_ENTRY_POINT} ${IMG_SUBSYSTEM})
+  endif()
+  add_executable(${name} ${IMG_SOURCES} ${module_sources})
   target_include_directories(${name} PRIVATE ${KESTUI_INCLUDES})
   target_compile_options(${name} PRIVATE ${KESTUI_WARNINGS} ${KESTUI_FIRMWARE_FLAGS})
   foreach(obj ${IMG_OBJECTS})

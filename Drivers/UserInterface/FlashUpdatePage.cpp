@@ -14,9 +14,11 @@
 #include "UserInterface.h"
 #include "WelcomePage.h"
 
-#include <Library/BaseMemoryLib.h>
 #include <Library/CompileTimeLib.h>
+extern "C" {
+#include <Library/BaseMemoryLib.h>
 #include <Library/PrintLib.h>
+}
 #include <Library/TrackedAllocationLib.h>
 
 #define TRACKED_POOL_FILE "Drivers/UserInterface/FlashUpdatePage"

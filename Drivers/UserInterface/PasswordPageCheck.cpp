@@ -6,8 +6,10 @@
 #include "PasswordPage.h"
 #include "UiFrameworkCalls.h"
 
+extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/CompileTimeLib.h>
 #include <Protocol/UiFramework.h>
 

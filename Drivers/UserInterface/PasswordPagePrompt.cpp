@@ -13,9 +13,11 @@
 #include "UiResources.h"
 #include "UserInterface.h"
 
-#include <Library/BaseMemoryLib.h>
 #include <Library/CompileTimeLib.h>
+extern "C" {
+#include <Library/BaseMemoryLib.h>
 #include <Library/PrintLib.h>
+}
 #include <Library/UefiRuntimeServicesTableLib.h>
 #include <Protocol/UiFramework.h>
 

@@ -10,10 +10,12 @@
 #include "PlatformSettings.h"
 
 #include <IndustryStandard/SmBios.h>
+extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/BaseMemoryLib.h>
-#include <Library/CompileTimeLib.h>
 #include <Library/PrintLib.h>
+}
+#include <Library/CompileTimeLib.h>
 
 ///
 /// Longest SMBIOS string looked at; a longer run without a terminator is taken as a malformed record.

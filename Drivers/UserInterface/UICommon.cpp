@@ -10,7 +10,9 @@
 #include "WelcomePage.h"
 
 #include <Guid/KestUiGuids.h>
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/CompileTimeLib.h>
 #include <Library/FileMgrLib.h>
 #include <Library/TrackedAllocationLib.h>

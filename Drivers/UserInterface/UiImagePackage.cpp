@@ -1,14 +1,15 @@
 /** @file
   The image package with the welcome-page logo, as the UI framework takes it.
 
-  The PNG bytes come from Images/WelcomePageLogo.png through an include file
-  that the build generates (WelcomePageLogo.inc); the build stops when the
-  file does not have the size that the package's fields state.
+  The PNG bytes come from Images/WelcomePageLogo.png through the include file
+  Images/WelcomePageLogo.inc, kept beside it so that every build (also one
+  that runs no generator) has it; the build stops when the file does not have
+  the size that the package's fields state.
 **/
 #include <Guid/KestUiGuids.h>
 
+#include "Images/WelcomePageLogo.inc"
 #include "UiResources.h"
-#include "WelcomePageLogo.inc"
 
 namespace {
 

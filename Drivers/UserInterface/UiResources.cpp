@@ -3,8 +3,10 @@
   database as one package list, the logo's image package to the UI framework.
 **/
 #include <Guid/KestUiGuids.h>
+extern "C" {
 #include <Library/BaseMemoryLib.h>
 #include <Library/MemoryAllocationLib.h>
+}
 #include <Protocol/FlashUpdatePage.h>
 
 #include "UiResources.h"

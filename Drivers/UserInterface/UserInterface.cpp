@@ -164,13 +164,15 @@ PrereqReadyLoadUIDrv (IN EFI_HANDLE ImageHandle, IN VOID *SystemTable)
 }
 
 /**
-  Entry point of the UI driver.
+  Entry point of the UI driver (ENTRY_POINT of its INF), called by the
+  _ModuleEntryPoint of the entry-point library once the libraries'
+  constructors have run.
 
   @return EFI_SUCCESS whatever happens: a driver that cannot start yet waits
           for the page engine instead of failing its load.
 **/
 extern "C" EFI_STATUS EFIAPI
-_ModuleEntryPoint (IN EFI_HANDLE ImageHandle, IN EFI_SYSTEM_TABLE *SystemTable)
+UserInterfaceEntryPoint (IN EFI_HANDLE ImageHandle, IN EFI_SYSTEM_TABLE *SystemTable)
 {
   EFI_LOADED_IMAGE_PROTOCOL *LoadedImage = nullptr;
 

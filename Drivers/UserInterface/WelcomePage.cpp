@@ -10,9 +10,11 @@
 #include "UiResources.h"
 #include "UserInterface.h"
 
+extern "C" {
 #include <Library/BaseMemoryLib.h>
-#include <Library/CompileTimeLib.h>
 #include <Library/PrintLib.h>
+}
+#include <Library/CompileTimeLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 #include <Protocol/BootLogo.h>
 

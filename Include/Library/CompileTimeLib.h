@@ -15,6 +15,10 @@
 
 #include <Uefi.h>
 
+// A build that cannot pass -std=c++17 (EDK II hands a module's C flags to its
+// .cpp files too) relies on the compiler's default dialect; say so clearly.
+static_assert (__cplusplus >= 201703L, "KestUi's sources are C++17: compile them with -std=c++17 or g++ 11 or later");
+
 namespace CompileTime {
 
 //

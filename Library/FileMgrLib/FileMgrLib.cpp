@@ -1,7 +1,9 @@
 /** @file
   The file list: loading "FileList.lst", releasing it, and looking names up.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/CompileTimeLib.h>
 #include <Library/TrackedAllocationLib.h>
 

@@ -8,6 +8,8 @@
   the buffer pointer after a failure is not looked at: UEFI allocates nothing
   on a failure, and a value that is not a pool buffer must not be freed.
 **/
+#include <PiDxe.h> // the firmware file and section types, before the protocol that uses them
+
 #include <Library/TrackedAllocationLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 #include <Protocol/FirmwareVolume2.h>

@@ -2,8 +2,10 @@
   The list of module identification records and its hand-over to the module
   registry, which may be installed after this driver.
 **/
+extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/MemoryAllocationLib.h>
+}
 #include <Library/ModuleInfoLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 #include <Protocol/ModuleRegistry.h>

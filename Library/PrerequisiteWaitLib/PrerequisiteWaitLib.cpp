@@ -2,8 +2,10 @@
   Prerequisite wait: one notification event registered for every protocol of
   a list; when the last of them is installed, the function runs once.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
 #include <Library/MemoryAllocationLib.h>
+}
 #include <Library/PrerequisiteWaitLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 

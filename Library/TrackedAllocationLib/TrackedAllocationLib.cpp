@@ -3,7 +3,9 @@
   pointer. The site arguments name the caller for a reader of the sources; no
   behaviour depends on them and they are written nowhere.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/TrackedAllocationLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 

@@ -9,7 +9,9 @@
 **/
 #include <Guid/Acpi.h>
 #include <IndustryStandard/Acpi.h>
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/CompileTimeLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 

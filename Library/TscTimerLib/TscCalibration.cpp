@@ -7,8 +7,10 @@
   (an interruption, or slow port reads), the count is scaled back to exactly
   PmTicks: both clocks ran on during the overshoot, so the ratio stays true.
 **/
+extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/IoLib.h>
+}
 
 #include "TscTimerLibInternal.h"
 

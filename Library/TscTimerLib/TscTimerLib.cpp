@@ -3,8 +3,10 @@
   ACPI PM timer, unless another module has published it already.
 **/
 #include <Guid/KestUiGuids.h>
+extern "C" {
 #include <Library/BaseMemoryLib.h>
 #include <Library/MemoryAllocationLib.h>
+}
 #include <Library/TscTimerLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 

@@ -5,13 +5,15 @@
   platform stand-in driver and the UI driver that lie beside it, plays the
   configured flow and powers the machine off.
 **/
-#include "BootConfig.h"
 #include "BootFlows.h"
 
+#include <FirmwareCommon/BootConfig.h>
 #include <FirmwareCommon/OwnVolumeFiles.h>
 #include <FirmwareCommon/SerialLog.h>
 #include <Library/CompileTimeLib.h>
+extern "C" {
 #include <Library/MemoryAllocationLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 #include <Library/UefiRuntimeServicesTableLib.h>
 
@@ -51,16 +53,11 @@ StartDriver (IN CONST CHAR16 *Path, IN CONST CHAR8 *Name)
 }
 
 extern "C" EFI_STATUS EFIAPI
-_ModuleEntryPoint (IN EFI_HANDLE ImageHandle, IN EFI_SYSTEM_TABLE *SystemTable)
+BootFlowAppMain (IN EFI_HANDLE ImageHandle, IN EFI_SYSTEM_TABLE *SystemTable)
 {
   BOOT_CONFIG Config;
   VOID *Text = nullptr;
   UINTN Size = 0;
-
-  gImageHandle = ImageHandle;
-  gST = SystemTable;
-  gBS = SystemTable->BootServices;
-  gRT = SystemTable->RuntimeServices;
 
   //
   // No console text over the pages: the screen belongs to the UI.
@@ -75,6 +72,14 @@ _ModuleEntryPoint (IN EFI_HANDLE ImageHandle, IN EFI_SYSTEM_TABLE *SystemTable)
   ParseBootConfig ((CONST CHAR8 *)Text, Size, &Config);
   if (Text != nullptr) {
     FreePool (Text);
+  }
+
+  //
+  // Loaded from a disk, the platform keeps its boot menu and Setup on its own
+  // screens unless the file asks for the firmware's.
+  //
+  if (Config.HandOver == BootHandOverUnset) {
+    Config.HandOver = BootHandOverScreens;
   }
 
   PublishBootConfig (&Config);

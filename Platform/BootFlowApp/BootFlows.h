@@ -5,7 +5,7 @@
 #ifndef BOOT_FLOWS_H_
 #define BOOT_FLOWS_H_
 
-#include "BootConfig.h"
+#include <FirmwareCommon/BootConfig.h>
 
 /**
   Shows the welcome page, reports progress while the platform "initialises"

@@ -5,7 +5,9 @@
 #include "OwnVolumeFiles.h"
 
 #include <Guid/FileInfo.h>
+extern "C" {
 #include <Library/MemoryAllocationLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 #include <Protocol/LoadedImage.h>
 #include <Protocol/SimpleFileSystem.h>

@@ -3,7 +3,9 @@
 **/
 #include "SerialLog.h"
 
+extern "C" {
 #include <Library/PrintLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 #include <Protocol/SerialIo.h>
 

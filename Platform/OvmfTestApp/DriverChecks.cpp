@@ -10,8 +10,10 @@
 #include <FirmwareCommon/OwnVolumeFiles.h>
 
 #include <Library/CompileTimeLib.h>
+extern "C" {
 #include <Library/MemoryAllocationLib.h>
 #include <Library/PrintLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 #include <Protocol/FlashUpdatePage.h>
 #include <Protocol/UiDriver.h>

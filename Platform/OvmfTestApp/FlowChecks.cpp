@@ -16,8 +16,10 @@
 #include <StandIns/DemoLogo.h>
 
 #include <Guid/KestUiGuids.h>
+extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/CompileTimeLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 #include <Library/UefiRuntimeServicesTableLib.h>

@@ -5,8 +5,10 @@
 **/
 #include "HiiLookup.h"
 
+extern "C" {
 #include <Library/BaseMemoryLib.h>
 #include <Library/MemoryAllocationLib.h>
+}
 
 /**
   Returns the handles of all package lists in a new pool buffer (null and 0

@@ -19,14 +19,9 @@
   Runs the checks and shuts the machine down; it does not return.
 **/
 extern "C" EFI_STATUS EFIAPI
-_ModuleEntryPoint (IN EFI_HANDLE ImageHandle, IN EFI_SYSTEM_TABLE *SystemTable)
+OvmfTestAppMain (IN EFI_HANDLE ImageHandle, IN EFI_SYSTEM_TABLE *SystemTable)
 {
   UINTN Failed;
-
-  gImageHandle = ImageHandle;
-  gST = SystemTable;
-  gBS = SystemTable->BootServices;
-  gRT = SystemTable->RuntimeServices;
 
   RunDriverChecks ();
   RunFlowChecks ();

@@ -9,8 +9,10 @@
 #include "TestReport.h"
 
 #include <Guid/KestUiGuids.h>
+extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/PrintLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 #include <Protocol/FlashUpdatePage.h>
 #include <Protocol/HiiString.h>

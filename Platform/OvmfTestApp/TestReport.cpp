@@ -5,7 +5,9 @@
 
 #include <FirmwareCommon/SerialLog.h>
 
+extern "C" {
 #include <Library/PrintLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 
 //

@@ -74,3 +74,12 @@ LoadDemoConfiguration (VOID)
   ReadDemoVariable (DemoVariable::UiModeZero.Text, &UiModeZero, sizeof (UiModeZero));
   return UiModeZero != 0;
 }
+
+BOOLEAN
+DemoHandsOverToFirmware (VOID)
+{
+  UINT8 FirmwareHandOver = 1;
+
+  ReadDemoVariable (DemoVariable::FirmwareHandOver.Text, &FirmwareHandOver, sizeof (FirmwareHandOver));
+  return FirmwareHandOver != 0;
+}

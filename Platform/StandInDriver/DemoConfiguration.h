@@ -11,6 +11,11 @@
     DEMO_MAX_PASSWORD characters; with it a password is installed.
   - "UiModeZero": one byte; non-zero makes the UI driver's boot-UI-mode PCD
     answer TRUE.
+  - "FirmwareHandOver": one byte; 0 keeps the boot menu and Setup on the
+    stand-ins' screens (the boot menu only reports the choice). Non-zero, or
+    no such variable, hands over to the firmware: the boot menu boots the
+    chosen Boot#### option, and the Setup screen is left to the boot flow,
+    which starts the firmware's front page.
 **/
 #ifndef KEST_DEMO_CONFIGURATION_H_
 #define KEST_DEMO_CONFIGURATION_H_
@@ -39,6 +44,7 @@ inline constexpr auto Caption = CompileTime::MakeWideString (u"Setting9752");
 inline constexpr auto DiagnosticsAtBoot = CompileTime::MakeWideString (u"Setting36930");
 inline constexpr auto AdminPassword = CompileTime::MakeWideString (u"AdminPassword");
 inline constexpr auto UiModeZero = CompileTime::MakeWideString (u"UiModeZero");
+inline constexpr auto FirmwareHandOver = CompileTime::MakeWideString (u"FirmwareHandOver");
 } // namespace DemoVariable
 
 inline EFI_GUID gKestDemoVariableGuid = KEST_DEMO_VARIABLE_GUID;
@@ -52,5 +58,12 @@ inline EFI_GUID gKestDemoVariableGuid = KEST_DEMO_VARIABLE_GUID;
 **/
 BOOLEAN
 LoadDemoConfiguration (VOID);
+
+/**
+  @return TRUE when the platform hands the boot menu's choice and the Setup
+          entry to the firmware ("FirmwareHandOver" non-zero or missing).
+**/
+BOOLEAN
+DemoHandsOverToFirmware (VOID);
 
 #endif

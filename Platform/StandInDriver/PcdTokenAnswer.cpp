@@ -4,7 +4,9 @@
 #include "PcdTokenAnswer.h"
 
 #include <Guid/KestUiGuids.h>
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 #include <Protocol/PiPcd.h>
 #include <StandIns/ServiceStandIns.h>

@@ -1,20 +1,25 @@
 /** @file
   The boot menu, diagnostics and Setup screens of the platform stand-in.
 
-  Each screen waits for a key for a while (a person at the keyboard, or the
+  The boot menu lists the firmware's real boot options; handing over to the
+  firmware (DemoConfiguration.h) it boots the chosen one, and Setup is left to
+  the boot flow, which starts the firmware's front page. Each screen waits for a key for a while (a person at the keyboard, or the
   demo's script) and then gives control back, so an unattended boot never
   hangs on one of them.
 **/
 #include "ServiceScreens.h"
 
+#include "DemoConfiguration.h"
 #include "KeyWait.h"
 
+#include <FirmwareCommon/LoadOptions.h>
 #include <FirmwareCommon/SerialLog.h>
-#include <Guid/GlobalVariable.h>
 #include <Guid/KestUiGuids.h>
+extern "C" {
 #include <Library/BaseMemoryLib.h>
-#include <Library/CompileTimeLib.h>
 #include <Library/PrintLib.h>
+}
+#include <Library/CompileTimeLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 #include <Library/UefiRuntimeServicesTableLib.h>
 #include <StandIns/StandInCalls.h>
@@ -23,8 +28,6 @@
 #define SCREEN_WAIT_MILLISECONDS 8000
 #define MAX_MENU_ENTRIES 8
 #define MENU_ENTRY_LENGTH 48
-#define LOAD_OPTION_DESCRIPTION_OFFSET 6 ///< UINT32 attributes, UINT16 file path length
-#define LOAD_OPTION_MAX_BYTES 1024
 
 STATIC constexpr auto mBootMenuTitle = CompileTime::MakeWideString (u"Boot Menu");
 STATIC constexpr auto mDiagnosticsTitle = CompileTime::MakeWideString (u"Diagnostics");
@@ -35,66 +38,46 @@ STATIC constexpr auto mDiagnosticsLine2 =
   CompileTime::MakeWideString (u"Memory, storage and input devices will be tested.");
 STATIC constexpr auto mSetupLine1 = CompileTime::MakeWideString (u"Administrator access granted.");
 STATIC constexpr auto mSetupLine3 = CompileTime::MakeWideString (u"Press Esc to leave Setup.");
-STATIC constexpr auto mBootOrderName = CompileTime::MakeWideString (u"BootOrder");
 
 STATIC CHAR16 mMenuText[MAX_MENU_ENTRIES][MENU_ENTRY_LENGTH];
 STATIC EFI_EVENT mSetupEntryEvent = nullptr;
 
 /**
-  Copies the description of load option Boot####, bounded by the option's size.
-  @return TRUE when the option exists and has a description.
-**/
-STATIC
-BOOLEAN
-ReadBootOptionDescription (IN UINT16 Number, OUT CHAR16 *Text)
-{
-  UINT8 Option[LOAD_OPTION_MAX_BYTES];
-  CHAR16 Name[16];
-  UINTN Size = sizeof (Option);
-  UINTN Length = 0;
-
-  UnicodeSPrint (Name, sizeof (Name), CompileTime::MakeWideString (u"Boot%04x").Text, Number);
-  if (EFI_ERROR (gRT->GetVariable (Name, &gEfiGlobalVariableGuid, nullptr, &Size, Option)) ||
-      (Size < LOAD_OPTION_DESCRIPTION_OFFSET + sizeof (CHAR16))) {
-    return FALSE;
-  }
-
-  for (UINTN Offset = LOAD_OPTION_DESCRIPTION_OFFSET; (Offset + 1 < Size) && (Length + 1 < MENU_ENTRY_LENGTH);
-       Offset += sizeof (CHAR16)) {
-    CHAR16 Character = (CHAR16)(Option[Offset] | (Option[Offset + 1] << 8));
-
-    if (Character == 0) {
-      break;
-    }
-
-    Text[Length++] = Character;
-  }
-
-  Text[Length] = 0;
-  return Length != 0;
-}
-
-/**
-  Fills the menu with the descriptions of the boot options in BootOrder.
-  @return how many there are.
+  Fills the menu with the boot options of BootOrder that a person may choose:
+  active and not hidden.
+  @return how many there are (one line saying so when there is none).
 **/
 STATIC
 UINTN
-GatherBootOptions (OUT CONST CHAR16 **Lines)
+GatherBootOptions (OUT CONST CHAR16 **Lines, OUT UINT16 *Numbers)
 {
   UINT16 Order[MAX_MENU_ENTRIES * 4];
-  UINTN Size = sizeof (Order);
+  UINTN OrderCount = ReadBootOrder (Order, ARRAY_SIZE (Order));
   UINTN Count = 0;
 
-  if (EFI_ERROR (gRT->GetVariable ((CHAR16 *)mBootOrderName.Text, &gEfiGlobalVariableGuid, nullptr, &Size, Order))) {
-    Size = 0;
-  }
+  for (UINTN Index = 0; (Index < OrderCount) && (Count < MAX_MENU_ENTRIES); Index++) {
+    LOAD_OPTION Option;
+    UINTN Length = 0;
 
-  for (UINTN Index = 0; (Index < Size / sizeof (UINT16)) && (Count < MAX_MENU_ENTRIES); Index++) {
-    if (ReadBootOptionDescription (Order[Index], mMenuText[Count])) {
-      Lines[Count] = mMenuText[Count];
-      Count++;
+    if (EFI_ERROR (ReadBootOption (Order[Index], &Option))) {
+      continue;
     }
+
+    if (((Option.Attributes & LOAD_OPTION_ACTIVE) != 0) && ((Option.Attributes & LOAD_OPTION_HIDDEN) == 0)) {
+      while ((Option.Description[Length] != 0) && (Length + 1 < MENU_ENTRY_LENGTH)) {
+        mMenuText[Count][Length] = Option.Description[Length];
+        Length++;
+      }
+
+      mMenuText[Count][Length] = 0;
+      if (Length != 0) {
+        Lines[Count] = mMenuText[Count];
+        Numbers[Count] = Order[Index];
+        Count++;
+      }
+    }
+
+    FreeLoadOption (&Option);
   }
 
   if (Count == 0) {
@@ -106,14 +89,16 @@ GatherBootOptions (OUT CONST CHAR16 **Lines)
 
 /**
   The one-time boot menu: arrows move, Enter chooses, Esc (or the wait) leaves.
-  The choice is reported; this platform boots nothing itself.
+  Handing over to the firmware, the chosen option is booted here; otherwise
+  the choice is only reported.
 **/
 STATIC
 VOID
 RunBootMenuScreen (VOID)
 {
   CONST CHAR16 *Lines[MAX_MENU_ENTRIES];
-  UINTN Count = GatherBootOptions (Lines);
+  UINT16 Numbers[MAX_MENU_ENTRIES] = {};
+  UINTN Count = GatherBootOptions (Lines, Numbers);
   UINTN Selected = 0;
   EFI_INPUT_KEY Key;
 
@@ -125,7 +110,11 @@ RunBootMenuScreen (VOID)
     }
 
     if (Key.UnicodeChar == CHAR_CARRIAGE_RETURN) {
-      SerialLogLine ("KESTUI-PLATFORM boot menu chose %d", (INT32)Selected);
+      SerialLogLine ("KESTUI-PLATFORM boot menu chose %d (Boot%04x)", (INT32)Selected, (UINT32)Numbers[Selected]);
+      if ((Lines[Selected] != mNoBootOption.Text) && DemoHandsOverToFirmware ()) {
+        StartBootOption (Numbers[Selected]);
+      }
+
       return;
     }
 
@@ -176,6 +165,16 @@ SetupEntryNotify (IN EFI_EVENT Event, IN VOID *Context)
 
   (VOID) Event;
   (VOID) Context;
+
+  //
+  // Handing over to the firmware, the boot flow starts the firmware's own
+  // front page once the welcome flow is over (a notification cannot run it).
+  //
+  if (DemoHandsOverToFirmware ()) {
+    SerialLogLine ("KESTUI-PLATFORM setup entry left to the firmware's front page");
+    return;
+  }
+
   UnicodeSPrint (Firmware, sizeof (Firmware), CompileTime::MakeWideString (u"Firmware: %s, revision %x").Text,
                  (gST->FirmwareVendor != nullptr) ? gST->FirmwareVendor : CompileTime::MakeWideString (u"?").Text,
                  gST->FirmwareRevision);

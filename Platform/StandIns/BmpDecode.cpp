@@ -4,7 +4,9 @@
   bits per pixel; 32 bits also with the usual bit fields. Every offset and size
   is checked against the data before it is read.
 **/
+extern "C" {
 #include <Library/MemoryAllocationLib.h>
+}
 
 #include "StandInInternal.h"
 

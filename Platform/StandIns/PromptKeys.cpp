@@ -6,8 +6,10 @@
   usually empties the field (which frees the field's own text) while it still
   reads the event. The copy stays valid until the next event is taken.
 **/
+extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/BaseMemoryLib.h>
+}
 #include <Protocol/SimpleTextIn.h>
 #include <StandIns/StandInRender.h>
 

@@ -7,7 +7,9 @@
 #ifndef STAND_IN_INTERNAL_H_
 #define STAND_IN_INTERNAL_H_
 
+extern "C" {
 #include <Library/MemoryAllocationLib.h>
+}
 #include <Protocol/GraphicsOutput.h>
 #include <Protocol/PageEngine.h>
 #include <Protocol/UiFramework.h>

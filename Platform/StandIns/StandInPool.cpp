@@ -1,9 +1,11 @@
 /** @file
   Pool helpers of the stand-ins: growing arrays and copies of callers' texts.
 **/
+extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/BaseMemoryLib.h>
 #include <Library/MemoryAllocationLib.h>
+}
 
 #include "StandInInternal.h"
 

@@ -2,7 +2,9 @@
   UI_FRAMEWORK_PROTOCOL of the stand-in: the three table pointers, the
   installation and the removal with the release of everything it holds.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 
 #include "StandInInternal.h"

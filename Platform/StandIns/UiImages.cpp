@@ -7,8 +7,10 @@
   keeps its index when its data is replaced, so values handed out earlier
   show the new data.
 **/
+extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/BaseMemoryLib.h>
+}
 
 #include "StandInInternal.h"
 

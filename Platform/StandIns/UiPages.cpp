@@ -3,7 +3,9 @@
   the active page, the event handler and the image packages. The event loop
   (slots 9 and 10) is in EventLoop.cpp.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 
 #include <StandIns/StandInRender.h>
 

@@ -3,7 +3,9 @@
   string protocol, with a copy per (HII handle, string id) that callers keep
   using and never free; the copies go at uninstall.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 #include <Protocol/HiiString.h>
 

@@ -7,7 +7,9 @@
 #include "UserInterface.h"
 
 #include <Guid/KestUiGuids.h>
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Protocol/LoadedImage.h>
 
 namespace {

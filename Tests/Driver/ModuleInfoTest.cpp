@@ -6,8 +6,10 @@
 
 #include <string>
 
+extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/CompileTimeLib.h>
 #include <Library/ModuleInfoLib.h>
 

@@ -9,7 +9,9 @@
 #include <cstring>
 #include <vector>
 
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 
 namespace {
 

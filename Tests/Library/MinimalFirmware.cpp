@@ -5,7 +5,9 @@
 
 #include <cstdlib>
 
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 
 MinimalFirmware *MinimalFirmware::mCurrent = nullptr;

@@ -10,7 +10,9 @@
 
 #include "PrintTestHelpers.h"
 
+extern "C" {
 #include <Library/PrintLib.h>
+}
 
 namespace PrintTest {
 

@@ -3,7 +3,9 @@
 **/
 #include "SimulatedPmTimer.h"
 
+extern "C" {
 #include <Library/BaseLib.h>
+}
 #include <Library/IoLibHostHook.h>
 
 SimulatedPmTimer::SimulatedPmTimer (const SETTINGS &Settings) : mSettings (Settings), mTscStart (AsmReadTsc ())

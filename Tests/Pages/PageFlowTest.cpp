@@ -7,7 +7,9 @@
 
 #include <Guid/KestUiGuids.h>
 #include <IndustryStandard/SmBios.h>
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 
 const std::u16string gFirstPasswordMessage =

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string>
 
-#include <BootFlowApp/BootConfig.h>
+#include <FirmwareCommon/BootConfig.h>
 #include <Guid/KestUiGuids.h>
 #include <Library/UefiBootServicesTableLib.h>
 #include <Library/UefiRuntimeServicesTableLib.h>
@@ -161,4 +161,26 @@ TEST_F (DemoConfigurationTest, OversizedVariableIsSkipped)
              EFI_SUCCESS);
   LoadDemoConfiguration ();
   EXPECT_EQ (ReadItem (1563, Value, 81), EFI_NOT_FOUND);
+}
+
+TEST_F (DemoConfigurationTest, HandOverReachesThePlatformAndDefaultsToTheFirmware)
+{
+  BOOT_CONFIG Config = Parse ("countdown=1\n");
+
+  EXPECT_EQ (Config.HandOver, BootHandOverUnset);
+  PublishBootConfig (&Config);
+  EXPECT_TRUE (DemoHandsOverToFirmware ()) << "no variable: a platform in the flash hands over to the firmware";
+
+  Config = Parse ("handover=screens\n");
+  EXPECT_EQ (Config.HandOver, BootHandOverScreens);
+  PublishBootConfig (&Config);
+  EXPECT_FALSE (DemoHandsOverToFirmware ());
+
+  Config = Parse ("handover=firmware\n");
+  EXPECT_EQ (Config.HandOver, BootHandOverFirmware);
+  PublishBootConfig (&Config);
+  EXPECT_TRUE (DemoHandsOverToFirmware ());
+
+  Config = Parse ("handover=sideways\n");
+  EXPECT_EQ (Config.HandOver, BootHandOverScreens) << "anything but firmware keeps the screens";
 }

@@ -10,7 +10,9 @@
 #include <algorithm>
 #include <tuple>
 
+extern "C" {
 #include <Library/MemoryAllocationLib.h>
+}
 #include <Protocol/GraphicsOutput.h>
 #include <Protocol/HiiFont.h>
 #include <StandIns/StandInRender.h>
@@ -94,7 +96,7 @@ FakeBlt (IN EFI_GRAPHICS_OUTPUT_PROTOCOL *This,
 EFI_STATUS EFIAPI
 FakeStringToImage (IN CONST EFI_HII_FONT_PROTOCOL *This,
                    IN EFI_HII_OUT_FLAGS Flags,
-                   IN CONST CHAR16 *String,
+                   IN CHAR16 *CONST String,
                    IN CONST EFI_FONT_DISPLAY_INFO *StringInfo OPTIONAL,
                    IN OUT EFI_IMAGE_OUTPUT **Blt,
                    IN UINTN BltX,

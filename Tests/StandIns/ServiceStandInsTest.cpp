@@ -8,7 +8,9 @@
 #include <cstring>
 
 #include <Guid/KestUiGuids.h>
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 #include <Protocol/BootLogo.h>
 #include <Protocol/BootMenu.h>

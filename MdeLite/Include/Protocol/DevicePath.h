@@ -1,5 +1,6 @@
 /** @file
-  Device path protocol: only the generic node header.
+  Device path protocol: the generic node header and the firmware-volume nodes
+  of PI (a volume, and a file in it).
 **/
 #ifndef MDE_LITE_DEVICE_PATH_H_
 #define MDE_LITE_DEVICE_PATH_H_
@@ -26,6 +27,18 @@ typedef struct {
 #define END_ENTIRE_DEVICE_PATH_SUBTYPE 0xFF
 #define MEDIA_DEVICE_PATH 0x04
 #define MEDIA_FILEPATH_DP 0x04
+#define MEDIA_PIWG_FW_FILE_DP 0x06
+#define MEDIA_PIWG_FW_VOL_DP 0x07
+
+#pragma pack(1)
+///
+/// A file of a firmware volume, by its name (the FILE_GUID of its module).
+///
+typedef struct {
+  EFI_DEVICE_PATH_PROTOCOL Header;
+  EFI_GUID FvFileName;
+} MEDIA_FW_VOL_FILEPATH_DEVICE_PATH;
+#pragma pack()
 
 extern EFI_GUID gEfiDevicePathProtocolGuid;
 

@@ -73,9 +73,13 @@ typedef struct {
   UINTN BaselineOffset;
 } EFI_HII_ROW_INFO;
 
+//
+// String is a constant pointer to characters that are not constant: MdePkg's
+// "CONST EFI_STRING", spelt without the typedef.
+//
 typedef EFI_STATUS (EFIAPI *EFI_HII_STRING_TO_IMAGE) (IN CONST EFI_HII_FONT_PROTOCOL *This,
                                                       IN EFI_HII_OUT_FLAGS Flags,
-                                                      IN CONST CHAR16 *String,
+                                                      IN CHAR16 *CONST String,
                                                       IN CONST EFI_FONT_DISPLAY_INFO *StringInfo OPTIONAL,
                                                       IN OUT EFI_IMAGE_OUTPUT **Blt,
                                                       IN UINTN BltX,

@@ -122,6 +122,13 @@ typedef EFI_STATUS (EFIAPI *EFI_LOCATE_DEVICE_PATH) (IN EFI_GUID *Protocol,
                                                      IN OUT EFI_DEVICE_PATH_PROTOCOL **DevicePath,
                                                      OUT EFI_HANDLE *Device);
 typedef EFI_STATUS (EFIAPI *EFI_INSTALL_CONFIGURATION_TABLE) (IN EFI_GUID *Guid, IN VOID *Table);
+//
+// Attributes of a load option (Boot####, SysPrep####, ...).
+//
+#define LOAD_OPTION_ACTIVE 0x00000001
+#define LOAD_OPTION_HIDDEN 0x00000008
+#define LOAD_OPTION_CATEGORY_APP 0x00000100
+
 typedef EFI_STATUS (EFIAPI *EFI_IMAGE_LOAD) (IN BOOLEAN BootPolicy,
                                              IN EFI_HANDLE ParentImageHandle,
                                              IN EFI_DEVICE_PATH_PROTOCOL *DevicePath OPTIONAL,

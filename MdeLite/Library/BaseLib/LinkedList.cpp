@@ -1,7 +1,9 @@
 /** @file
   Doubly linked lists with a head node.
 **/
+extern "C" {
 #include <Library/BaseLib.h>
+}
 
 LIST_ENTRY *EFIAPI
 InitializeListHead (IN OUT LIST_ENTRY *ListHead)

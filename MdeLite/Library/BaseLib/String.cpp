@@ -1,7 +1,9 @@
 /** @file
   String lengths and comparisons.
 **/
+extern "C" {
 #include <Library/BaseLib.h>
+}
 
 UINTN
 EFIAPI

@@ -1,7 +1,9 @@
 /** @file
   Processor helpers for x86-64.
 **/
+extern "C" {
 #include <Library/BaseLib.h>
+}
 
 UINT64
 EFIAPI

@@ -6,7 +6,9 @@
   can be 5 MB). In the host build they go through the compiler's builtins so
   that the sanitizers see every access.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 
 #if defined(MDE_LITE_HOST)
 

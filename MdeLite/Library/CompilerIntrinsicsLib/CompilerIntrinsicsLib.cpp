@@ -2,7 +2,9 @@
   The memory functions that the compiler emits calls to for structure copies
   and initialisation. Only the firmware image needs them; the host has libc.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 
 extern "C" {
 

@@ -1,8 +1,10 @@
 /** @file
   Boot-services pool allocation through gBS.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
 #include <Library/MemoryAllocationLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 
 VOID *EFIAPI

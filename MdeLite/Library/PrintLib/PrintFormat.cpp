@@ -19,7 +19,9 @@
 **/
 #include "PrintLibInternal.h"
 
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 
 #define FLAG_LEFT_JUSTIFY 0x0001U
 #define FLAG_PREFIX_SIGN 0x0002U

@@ -1,7 +1,9 @@
 /** @file
   UnicodeSPrint, AsciiSPrint and their VA_LIST forms.
 **/
+extern "C" {
 #include <Library/PrintLib.h>
+}
 
 #include "PrintLibInternal.h"
 

@@ -3,7 +3,9 @@
   built in a fixed buffer: one line per redraw, no pool, and no field read
   beyond what the line can still hold.
 **/
+extern "C" {
 #include <Library/BaseLib.h>
+}
 
 #include "RenderInternal.h"
 

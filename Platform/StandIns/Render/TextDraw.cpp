@@ -6,7 +6,9 @@
   real width; each row is copied into the canvas centred in the box or at its
   left edge, and the rows together are centred vertically or start at the top.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 
 #include "RenderInternal.h"
 
@@ -59,13 +61,19 @@ RenderRows (IN EFI_HII_FONT_PROTOCOL *Font,
   EFI_HII_ROW_INFO *Rows = nullptr;
   EFI_STATUS Status;
 
-  Status = Font->StringToImage (Font, EFI_HII_OUT_FLAG_WRAP, Text, Info, &Image, 0, 0, &Rows, RowCount, nullptr);
+  //
+  // The protocol takes the text as a constant pointer to characters it does
+  // not change, as EFI_STRING: the cast only drops what C cannot say.
+  //
+  Status =
+    Font->StringToImage (Font, EFI_HII_OUT_FLAG_WRAP, (EFI_STRING)Text, Info, &Image, 0, 0, &Rows, RowCount, nullptr);
   if (EFI_ERROR (Status)) {
     //
     // Without wrapping the text is cut at the image's edge instead.
     //
     Rows = nullptr;
-    Status = Font->StringToImage (Font, EFI_HII_OUT_FLAG_CLIP, Text, Info, &Image, 0, 0, &Rows, RowCount, nullptr);
+    Status =
+      Font->StringToImage (Font, EFI_HII_OUT_FLAG_CLIP, (EFI_STRING)Text, Info, &Image, 0, 0, &Rows, RowCount, nullptr);
   }
 
   if (EFI_ERROR (Status) && (Rows != nullptr)) {

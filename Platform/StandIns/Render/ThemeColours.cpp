@@ -4,7 +4,9 @@
   string comes from a package that another driver registered, so it is read
   with a bound and every digit is checked.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/UefiBootServicesTableLib.h>
 #include <Protocol/HiiString.h>
 

@@ -1,7 +1,9 @@
 /** @file
   EFI_BOOT_LOGO_PROTOCOL of the stand-in: records where the logo is.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Protocol/BootLogo.h>
 
 #include "ServiceStandInInternal.h"

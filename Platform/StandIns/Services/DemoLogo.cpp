@@ -6,7 +6,9 @@
 **/
 #include <StandIns/DemoLogo.h>
 
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 
 #define LOGO_SIDE 144U
 #define LOGO_ROW_BYTES (LOGO_SIDE * 3U) ///< a multiple of 4: no row padding

@@ -2,7 +2,9 @@
   MODULE_REGISTRY_PROTOCOL of the stand-in: keeps the list head that a module
   registers and counts its records, as a platform's module inventory would.
 **/
+extern "C" {
 #include <Library/BaseLib.h>
+}
 #include <Protocol/ModuleRegistry.h>
 
 #include "ServiceStandInInternal.h"

@@ -2,7 +2,9 @@
   The password service behind the service-request stand-in: the records that
   tests set, and the answers to the requests of the password family.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 
 #include "ServiceStandInInternal.h"
 

@@ -3,7 +3,9 @@
   mode token; every other member is null.
 **/
 #include <Guid/KestUiGuids.h>
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Protocol/PiPcd.h>
 
 #include "ServiceStandInInternal.h"

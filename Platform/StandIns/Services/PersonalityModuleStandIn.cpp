@@ -2,7 +2,9 @@
   PERSONALITY_MODULE_PROTOCOL of the stand-in: a record whose logo pointer is
   null or points to a logo image that a test made.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Protocol/PersonalityModule.h>
 
 #include "ServiceStandInInternal.h"

@@ -2,7 +2,9 @@
   SERVICE_REQUEST_PROTOCOL of the stand-in: SubmitRequest hands the password
   family to the password service and records every call.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 
 #include "ServiceStandInInternal.h"
 

@@ -2,7 +2,9 @@
   The records of the hand-over services, and the reset of every service
   stand-in's configuration.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 
 #include "ServiceStandInInternal.h"
 

@@ -1,7 +1,9 @@
 /** @file
   SETTINGS_PROTOCOL of the stand-in: GetSetting over items that tests store.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Protocol/Settings.h>
 
 #include "ServiceStandInInternal.h"

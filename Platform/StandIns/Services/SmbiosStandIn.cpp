@@ -2,7 +2,9 @@
   EFI_SMBIOS_PROTOCOL of the stand-in: GetNext over a copy of the structures
   that a test sets.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Protocol/Smbios.h>
 
 #include "ServiceStandInInternal.h"

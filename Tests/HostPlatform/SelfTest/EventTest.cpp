@@ -1,7 +1,9 @@
 /** @file
   Tests of events and task priority levels.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/CompileTimeLib.h>
 #include <Library/UefiRuntimeServicesTableLib.h>
 

@@ -1,7 +1,9 @@
 /** @file
   Tests of protocol installation, removal and lookup on handles.
 **/
+extern "C" {
 #include <Library/BaseMemoryLib.h>
+}
 
 #include "SelfTestHelpers.h"
 

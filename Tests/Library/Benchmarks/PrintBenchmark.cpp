@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
+extern "C" {
 #include <Library/PrintLib.h>
+}
 
 namespace {
 

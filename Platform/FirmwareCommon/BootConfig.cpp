@@ -1,10 +1,12 @@
 /** @file
-  Parsing of \kestui\demo.cfg and hand-over of its values as variables.
+  Parsing of the demo configuration and hand-over of its values as variables.
 **/
 #include "BootConfig.h"
 
+extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/BaseMemoryLib.h>
+}
 #include <Library/UefiRuntimeServicesTableLib.h>
 #include <StandInDriver/DemoConfiguration.h>
 
@@ -124,6 +126,8 @@ ParseLine (IN CONST CHAR8 *Line, IN UINTN Length, IN OUT BOOT_CONFIG *Config)
     Config->StepMilliseconds = DecimalValue (Value, ValueLength, MAX_STEP_MILLISECONDS);
   } else if (NameIs (Line, Equals, "outcomes")) {
     ParseOutcomes (Value, ValueLength, Config);
+  } else if (NameIs (Line, Equals, "handover")) {
+    Config->HandOver = NameIs (Value, ValueLength, "firmware") ? BootHandOverFirmware : BootHandOverScreens;
   }
 }
 
@@ -184,6 +188,12 @@ PublishBootConfig (IN CONST BOOT_CONFIG *Config)
   }
 
   SetDemoVariable (DemoVariable::UiModeZero.Text, &Config->UiModeZero, 1);
+  if (Config->HandOver != BootHandOverUnset) {
+    UINT8 Firmware = (Config->HandOver == BootHandOverFirmware) ? 1 : 0;
+
+    SetDemoVariable (DemoVariable::FirmwareHandOver.Text, &Firmware, 1);
+  }
+
   if (Config->Welcome[0] != '\0') {
     SetDemoVariable (DemoVariable::WelcomeText.Text, Config->Welcome, AsciiStrLen (Config->Welcome) + 1);
   }

@@ -1,6 +1,8 @@
 /** @file
-  The boot-flow application's configuration: a text file on its own volume,
-  \kestui\demo.cfg, one "name=value" per line ('#' starts a comment line).
+  The demo boot flow's configuration, one "name=value" per line ('#' starts a
+  comment line): \kestui\demo.cfg on the boot-flow application's volume, or,
+  in a firmware with KestUi in its flash, QEMU's configuration file
+  "opt/kestui/demo.cfg" (QemuFwCfg.h).
 
   Names:
   - mode: "welcome" (default) or "flash".
@@ -11,6 +13,9 @@
   - steps, step-ms: how many progress reports the boot flow makes while it
     "initialises", and the time between two.
   - outcomes: flash outcomes to show one after another, e.g. "5,6,3".
+  - handover: "firmware" or "screens": whether the platform's boot menu boots
+    the chosen Boot#### option and Setup is the firmware's own front page, or
+    the stand-ins' screens only show them.
   A value that does not fit its item is cut; unknown names are ignored.
 **/
 #ifndef BOOT_FLOW_CONFIG_H_
@@ -24,6 +29,8 @@
 #define BOOT_CONFIG_MAX_OUTCOMES 8
 
 typedef enum { BootModeWelcome, BootModeFlash } BOOT_MODE;
+
+typedef enum { BootHandOverUnset, BootHandOverFirmware, BootHandOverScreens } BOOT_HAND_OVER;
 
 typedef struct {
   BOOT_MODE Mode;
@@ -41,6 +48,7 @@ typedef struct {
   UINTN StepMilliseconds;
   UINT32 Outcomes[BOOT_CONFIG_MAX_OUTCOMES];
   UINTN OutcomeCount;
+  BOOT_HAND_OVER HandOver; ///< unset: the reader decides
 } BOOT_CONFIG;
 
 /**
@@ -50,8 +58,8 @@ typedef struct {
 VOID ParseBootConfig (IN CONST CHAR8 *Text, IN UINTN Size, OUT BOOT_CONFIG *Config);
 
 /**
-  Writes the settings items, the password and the PCD answer as volatile
-  variables for the platform stand-in driver, before it loads.
+  Writes the settings items, the password, the PCD answer and the hand-over
+  (when set) as volatile variables for the platform stand-in driver.
 **/
 VOID PublishBootConfig (IN CONST BOOT_CONFIG *Config);
 
